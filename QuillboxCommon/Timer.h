@@ -1,0 +1,57 @@
+#pragma once
+
+#include <any>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "QuillboxCommon/RunLoop.h"
+
+namespace qb {
+
+/// A named timer that runs a block. While it runs, the run loop keeps it alive; it ends by `done`
+/// or, made by `triggerWithName`, after its one firing. Main thread.
+class Timer : public std::enable_shared_from_this<Timer> {
+ public:
+  using TimerBlock = std::function<void(const std::any& userInfo)>;
+
+  /// Repeating, without user info.
+  static std::shared_ptr<Timer> timerWithName(std::string name, TimeInterval timeInterval,
+                                              TimerBlock block);
+  static std::shared_ptr<Timer> timerWithName(std::string name, TimeInterval timeInterval,
+                                              TimerBlock block, std::any userInfo);
+  /// Fires once.
+  static std::shared_ptr<Timer> triggerWithName(std::string name, TimeInterval triggerAfter,
+                                                TimerBlock block);
+  ~Timer();
+
+  /// Makes it fire during menu tracking too.
+  void addToAdditionalRunLoops();
+  /// Ends it. Answers none, for `timer = timer->done()`. Harmless when repeated.
+  std::shared_ptr<Timer> done();
+  /// Starts anew with another interval. Intended: it then repeats in the default mode only, so a
+  /// timer that had been given additional modes loses them, and a trigger still ends with its
+  /// first firing.
+  void resetTimeInterval(TimeInterval timeInterval);
+  TimeInterval timeInterval() const;
+  TimeInterval secondsSinceInception() const;
+  const std::string& name() const { return name_; }
+  /// The loop's timer, to let it rest.
+  RunLoopTimer& runLoopTimer() const { return *timer_; }
+
+ private:
+  Timer(std::string name, TimerBlock block, std::any userInfo, bool repeats);
+  static std::shared_ptr<Timer> create(std::string name, TimeInterval timeInterval,
+                                       TimerBlock block, std::any userInfo, bool repeats);
+  void schedule(TimeInterval timeInterval, bool repeats);
+  void fire();
+
+  std::shared_ptr<RunLoopTimer> timer_;
+  std::any userInfo_;
+  std::string name_;
+  Moment dateOfIncpetion_;
+  TimerBlock block_;
+  bool repeats_;
+};
+
+}  // namespace qb

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <functional>
+
+#include "QuillboxCommon/views/ImageView.h"
+
+namespace qb {
+
+/// A push button that shows an image and no border: dimmed while the mouse holds it down, acting on
+/// release inside.
+class Button : public ImageView {
+ public:
+  using Action = std::function<void()>;
+  explicit Button(const Rect& frame = {}) : ImageView(frame) {}
+  void draw(Canvas& canvas) override;
+
+  void setAction(Action action) { action_ = std::move(action); }
+  /// Performs the action as a click would.
+  void performClick();
+  bool isPressed() const { return pressed_; }
+
+  void mouseDown(const Event& event) override;
+  void mouseDragged(const Event& event) override;
+  void mouseUp(const Event& event) override;
+
+ private:
+  void setPressed(bool pressed);
+
+  Action action_;
+  bool pressed_ = false;
+};
+
+}  // namespace qb

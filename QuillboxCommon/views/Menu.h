@@ -1,0 +1,129 @@
+#pragma once
+
+#include <any>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "QuillboxCommon/views/Image.h"
+#include "QuillboxCommon/views/Text.h"
+#include "QuillboxCommon/views/View.h"
+
+namespace qb {
+
+class Menu;
+
+/// The model of one entry. Entries are shared: a menu owns its entries, and whoever changes them
+/// while the menu is open keeps one too. Main thread.
+class MenuItem : public std::enable_shared_from_this<MenuItem> {
+ public:
+  /// `name` is the action's name ("quitKeyPressed"), so that it can be looked up and compared.
+  struct Action {
+    std::string name;
+    std::function<void(MenuItem&)> perform;
+  };
+
+  static std::shared_ptr<MenuItem> create(std::string title, Action action = {});
+  static std::shared_ptr<MenuItem> separatorItem();
+
+  bool isSeparatorItem() const { return separator_; }
+  const std::string& title() const { return title_; }
+  void setTitle(const std::string& title);
+  /// Shown in place of the title unless empty.
+  const AttributedString& attributedTitle() const { return attributedTitle_; }
+  void setAttributedTitle(const AttributedString& title);
+  const Action& action() const { return action_; }
+  void setAction(Action action) { action_ = std::move(action); }
+  std::int64_t tag() const { return tag_; }
+  void setTag(std::int64_t tag) { tag_ = tag; }
+  /// Check marked.
+  bool state() const { return state_; }
+  void setState(bool state);
+  bool isEnabled() const { return enabled_; }
+  void setEnabled(bool enabled);
+  const Image& image() const { return image_; }
+  void setImage(const Image& image);
+  const std::shared_ptr<Menu>& submenu() const { return submenu_; }
+  void setSubmenu(std::shared_ptr<Menu> submenu);
+  /// Shown in place of everything else.
+  const std::shared_ptr<View>& view() const { return view_; }
+  void setView(std::shared_ptr<View> view);
+  const std::any& representedObject() const { return representedObject_; }
+  void setRepresentedObject(std::any object) { representedObject_ = std::move(object); }
+  /// The menu that holds it, or null.
+  Menu* menu() const { return menu_; }
+  /// Does its action, if it has one and is enabled.
+  void performAction();
+
+ private:
+  friend class Menu;
+  void changed();
+
+  bool separator_ = false, state_ = false, enabled_ = true;
+  std::string title_;
+  AttributedString attributedTitle_;
+  Action action_;
+  std::int64_t tag_ = 0;
+  Image image_;
+  std::shared_ptr<Menu> submenu_;
+  std::shared_ptr<View> view_;
+  std::any representedObject_;
+  Menu* menu_ = nullptr;
+};
+
+/// What wants to know of a menu on display.
+class MenuDelegate {
+ public:
+  virtual ~MenuDelegate() = default;
+  virtual void menuWillHighlightItem(Menu&, MenuItem*) {}
+  virtual void menuDidClose(Menu&) {}
+};
+
+/// Whoever shows the menu hears of its changes.
+class MenuObserver {
+ public:
+  virtual ~MenuObserver() = default;
+  virtual void menuItemChanged(Menu&, MenuItem&) = 0;
+  virtual void menuItemInserted(Menu&, MenuItem&, std::size_t index) = 0;
+  virtual void menuItemRemoved(Menu&, MenuItem&, std::size_t index) = 0;
+  virtual void menuShouldCancelTracking(Menu&) = 0;
+};
+
+/// The model of a menu. It can change while it is open. Main thread.
+class Menu : public std::enable_shared_from_this<Menu> {
+ public:
+  static std::shared_ptr<Menu> create(std::string title = {});
+  ~Menu();
+
+  const std::string& title() const { return title_; }
+  bool autoenablesItems() const { return autoenablesItems_; }
+  void setAutoenablesItems(bool autoenables) { autoenablesItems_ = autoenables; }
+  const std::vector<std::shared_ptr<MenuItem>>& items() const { return items_; }
+  void addItem(std::shared_ptr<MenuItem> item);
+  /// An index past the end appends.
+  void insertItem(std::shared_ptr<MenuItem> item, std::size_t index);
+  void removeItem(const MenuItem& item);
+  void removeAllItems();
+  std::shared_ptr<MenuItem> itemWithTag(std::int64_t tag) const;
+  std::shared_ptr<MenuItem> itemWithTitle(std::string_view title) const;
+  /// Closes the menu, and those it is open in, without a choice.
+  void cancelTracking();
+
+  /// Not owned; cleared by its owner.
+  MenuDelegate* delegate() const { return delegate_; }
+  void setDelegate(MenuDelegate* delegate) { delegate_ = delegate; }
+  MenuObserver* observer() const { return observer_; }
+  void setObserver(MenuObserver* observer) { observer_ = observer; }
+
+ private:
+  std::string title_;
+  bool autoenablesItems_ = true;
+  std::vector<std::shared_ptr<MenuItem>> items_;
+  MenuDelegate* delegate_ = nullptr;
+  MenuObserver* observer_ = nullptr;
+};
+
+}  // namespace qb
