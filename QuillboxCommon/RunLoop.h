@@ -1,12 +1,10 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <memory>
-#include <mutex>
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -60,7 +58,9 @@ class RunLoopModes {
 class Clock {
  public:
   virtual ~Clock() = default;
+  /// Any thread.
   virtual Moment now() const = 0;
+  /// Any thread.
   virtual Date date() const = 0;
 };
 
@@ -80,55 +80,91 @@ class RunLoopHost : public Clock {
 };
 
 class RunLoop;
+class RunLoopTimer;
 
 /// Something that a resting timer watches, such as "the keyboard has changed". Whoever knows of
-/// the change calls `signal`. Main thread.
+/// the change calls `signal`. Any number of timers may watch one notice; which of the notice, the
+/// timers and the loop goes first does not matter. Main thread.
 class ChangeNotice {
  public:
-  void signal() { ++generation_; if (onSignal_) onSignal_(); }
+  ChangeNotice() = default;
+  /// Ends the rest of whoever watches, as a signal does: with nobody left to call, waking is safe.
+  ~ChangeNotice();
+  ChangeNotice(const ChangeNotice&) = delete;
+  ChangeNotice& operator=(const ChangeNotice&) = delete;
+
+  void signal();
+  /// How often `signal` has been called.
   std::uint64_t generation() const { return generation_; }
 
  private:
-  friend class RunLoop;
+  friend class RunLoopTimer;
+  void wakeWatchers();
+
   std::uint64_t generation_ = 0;
-  Block onSignal_;
+  std::vector<RunLoopTimer*> watchers_;
 };
 
 /// A timer of the loop. It runs while it is scheduled, whoever holds it: the loop keeps it alive,
 /// as it keeps what its block holds. Made by `RunLoop::scheduleTimer`. Main thread.
+///
+/// A repeating timer is set for its next tick before its block is called. So a loop that runs
+/// nested inside the block does not fire it again for the same tick, but does for a later one.
+/// Ticks that pass while the block is busy are skipped.
 class RunLoopTimer {
  public:
-  /// Ends the timer for good and lets go of its block. Harmless when repeated.
+  /// One that is not scheduled, hence not valid.
+  RunLoopTimer() = default;
+  ~RunLoopTimer();
+  RunLoopTimer(const RunLoopTimer&) = delete;
+  RunLoopTimer& operator=(const RunLoopTimer&) = delete;
+
+  /// Ends the timer for good and lets go of its block, at once or, called from inside the block,
+  /// when that returns. Harmless when repeated.
   void invalidate();
+  /// True until it is invalidated, has fired for the only time, or its loop has gone.
   bool isValid() const { return loop_ != nullptr; }
   /// Seconds between firings; 0 for a timer that fires once.
   TimeInterval timeInterval() const { return interval_; }
   /// The next moment of its grid, whether or not it rests.
-  Moment fireMoment() const { return due_; }
+  Moment fireMoment() const;
   /// Adds modes in which it fires.
   void addModes(RunLoopModes modes);
   RunLoopModes modes() const { return modes_; }
 
   /// Skips wake-ups whose answer cannot have changed: from now until one of `notices` is
   /// signalled the loop does not wake for this timer. The grid of ticks goes on, so the firing
-  /// after the signal comes at the next tick of the grid, exactly when it would have come without
-  /// the rest. The notices must outlive the rest or the timer.
+  /// after the signal comes at the first tick that had not passed when it came, exactly when it
+  /// would have come without the rest. A tick at the very moment of the signal has passed only if
+  /// the loop has already served that moment beyond the timer's turn.
+  ///
+  /// Replaces an earlier rest. Without notices, and for a timer that does not repeat or is not
+  /// valid, nothing happens.
   void restUntilSignalled(std::initializer_list<ChangeNotice*> notices);
   bool isResting() const { return !rest_.empty(); }
 
  private:
   friend class RunLoop;
-  struct Watch {
-    ChangeNotice* notice;
-    std::uint64_t generation;
-  };
+  friend class ChangeNotice;
+  bool repeats() const { return interval_ > 0; }
+  Moment momentOfTick(std::int64_t tick) const;
+  std::int64_t firstTickFrom(Moment moment) const;
+  void moveToTick(std::int64_t tick);
+  void moveToNextTick();
+  void fire();
+  void wake();
+  void stopWatching();
+
   RunLoop* loop_ = nullptr;
   std::function<void(RunLoopTimer&)> block_;
   TimeInterval interval_ = 0;
+  Moment firstTick_ = 0;
+  std::int64_t tick_ = 0;
   Moment due_ = 0;
   std::uint64_t order_ = 0;
   RunLoopModes modes_;
-  std::vector<Watch> rest_;
+  int firingDepth_ = 0;
+  std::vector<ChangeNotice*> rest_;
 };
 
 /// The one loop of the main thread. What is due is kept in order of time, and within one moment
@@ -137,11 +173,15 @@ class RunLoopTimer {
 /// One pass (`service`) runs what was due when the pass began. Work that a pass schedules with
 /// delay 0 runs in the next pass.
 ///
+/// Moments are compared in whole microseconds, so that one moment reached by different sums is one.
+///
 /// Main thread only, except where a function says otherwise.
 class RunLoop {
  public:
-  /// Becomes `RunLoop::main()` while it lives. The host must outlive it.
+  /// Becomes `RunLoop::main()` while it lives, and its thread the main thread. The host must
+  /// outlive it, and ends its background blocks before the loop goes.
   explicit RunLoop(RunLoopHost& host);
+  /// Invalidates the timers and drops all other work unperformed.
   ~RunLoop();
   RunLoop(const RunLoop&) = delete;
   RunLoop& operator=(const RunLoop&) = delete;
@@ -168,13 +208,15 @@ class RunLoop {
   /// Cancels all requests of a target: its destructor calls this.
   void cancelPreviousPerformRequests(const void* target);
 
-  /// Runs `block` once on the main queue, which is served in the common modes. Any thread.
+  /// Runs `block` once on the main queue, which is served in the common modes, `delay` seconds
+  /// from now; with 0 or less, in the next pass. Any thread.
   void executeOnMainQueue(Block block, TimeInterval delay);
   /// Runs `block` on a background thread. Any thread.
   void executeInBackground(Block block);
 
   RunLoopMode currentMode() const { return mode_; }
-  /// Runs nested in the present mode until `moment` of the monotonic clock.
+  /// Runs nested in the present mode until `moment` of the monotonic clock, including what is due
+  /// at that moment; with one that has passed, makes one pass.
   void runUntilDate(Moment moment);
   /// Runs nested in `mode` until `done` answers true.
   void runInMode(RunLoopMode mode, const std::function<bool()>& done);
@@ -202,11 +244,29 @@ class RunLoop {
   friend class ModeScope;
   struct Work;
   struct Queue;
+  /// How far the loop has got: everything of the mode before it has been served.
+  struct Position {
+    Moment moment = -distantFuture;
+    std::uint64_t order = 0;
+    RunLoopMode mode = RunLoopMode::Default;
+  };
 
+  static Moment wholeMicroseconds(Moment moment);
+  Moment wholeNow() const { return wholeMicroseconds(host_.now()); }
+  Moment momentAfter(TimeInterval delay) const;
+  bool hasServed(Moment moment, std::uint64_t order, RunLoopModes modes) const;
+  void reschedule(RunLoopTimer& timer, Moment due);
+  std::shared_ptr<RunLoopTimer> release(RunLoopTimer& timer);
+  void takeInbox();
+  bool runNext(Moment start, std::uint64_t limit);
+  void cancelPerforms(const void* target, const std::string_view* selector);
+  void announceDeadline();
   void deadlineMayHaveChanged();
 
   RunLoopHost& host_;
   RunLoopMode mode_ = RunLoopMode::Default;
+  Position position_;
+  Moment announcedDeadline_ = distantFuture;
   std::unique_ptr<Queue> queue_;
 };
 
