@@ -1,0 +1,51 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "Platform/FileSystem.h"
+
+namespace qb {
+
+/// Files in memory. A file holds a property list, or raw bytes that are none. The user's home is
+/// "/home/user". A folder is there when it has been made or when a file lies below it.
+class SimulatedFileSystem : public FileSystem {
+ public:
+  std::string stringByExpandingTildeInPath(const std::string& path) const override;
+  bool fileExistsAtPath(const std::string& path) const override;
+  /// Takes a folder with all that is in it.
+  bool removeItemAtPath(const std::string& path) override;
+  std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) const override;
+  bool writeToFile(const PropertyList& dictionary, const std::string& path) override;
+
+  /// Paths may begin with "~" here. These work on a full disk too and are not counted as writes.
+  void putPropertyList(const std::string& path, PropertyList contents);
+  void putRaw(const std::string& path, std::string contents);
+  void makeFolder(const std::string& path);
+  /// The property list of a file; none when it is missing or raw.
+  std::optional<PropertyList> propertyList(const std::string& path) const;
+  /// The bytes of a raw file; none when it is missing or a property list.
+  std::optional<std::string> raw(const std::string& path) const;
+  /// The paths of all files, sorted.
+  std::vector<std::string> paths() const;
+
+  /// While set, every write fails as on a full disk.
+  void setWritesFail(bool fail) { writesFail_ = fail; }
+  /// The writes that were made, all of them or those of one path.
+  int numberOfWrites() const;
+  int numberOfWrites(const std::string& path) const;
+
+ private:
+  using Contents = std::variant<PropertyList, std::string>;
+
+  std::map<std::string, Contents> files_;
+  std::set<std::string> folders_{"/", "/home", "/home/user"};
+  std::map<std::string, int> writes_;
+  bool writesFail_ = false;
+};
+
+}  // namespace qb

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "Platform/Graphics.h"
+#include "PlatformSimulated/SimulatedRunLoopHost.h"
+
+namespace qb {
+
+/// A picture that is nothing but a name and a size.
+class SimulatedImageSource : public ImageSource {
+ public:
+  SimulatedImageSource(std::string name, Size size) : name_(std::move(name)), size_(size) {}
+  Size naturalSize() const override { return size_; }
+  const std::string& name() const { return name_; }
+
+ private:
+  std::string name_;
+  Size size_;
+};
+
+/// The name of a simulated image; empty for an empty one.
+std::string simulatedImageName(const Image& image);
+
+/// Text as wide as half its font size for each character and 1.2 font sizes high, and images by
+/// name.
+class SimulatedGraphics : public Graphics {
+ public:
+  explicit SimulatedGraphics(SimulatedRunLoopHost& host) : host_(host) {}
+
+  /// A character is a UTF-8 code point; "\n" and "\r" end a line.
+  Size measureText(std::string_view text, const Font& font) const override;
+  /// Every name is known but those set missing; 32 by 32 points unless set otherwise. The same
+  /// name gives the same image.
+  Image imageNamed(const std::string& name) override;
+  /// An image named "icon:PATH"; until it has been delivered, one named "generic icon". Both have
+  /// 128 by 128 points. Delivery is due at once, unless held.
+  Image iconForFile(const std::string& path, std::function<void(const Image&)> update) override;
+
+  void setImageSize(const std::string& name, Size size);
+  void setImageMissing(const std::string& name) { missing_.insert(name); }
+
+  /// While held, icons wait for `deliverIcons`.
+  void holdIcons(bool hold) { iconsAreHeld_ = hold; }
+  void deliverIcons();
+  /// How often an icon was asked for.
+  int numberOfIconRequests(const std::string& path) const;
+
+ private:
+  struct PendingIcon {
+    std::string path;
+    std::function<void(const Image&)> update;
+  };
+
+  SimulatedRunLoopHost& host_;
+  std::map<std::string, Size> sizes_;
+  std::set<std::string> missing_;
+  std::map<std::string, Image> images_;
+  std::map<std::string, Image> icons_;
+  std::map<std::string, int> iconRequests_;
+  std::vector<PendingIcon> pendingIcons_;
+  bool iconsAreHeld_ = false;
+};
+
+}  // namespace qb

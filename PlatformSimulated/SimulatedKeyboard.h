@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <set>
+#include <vector>
+
+#include "Platform/KeyCodes.h"
+#include "Platform/Keyboard.h"
+#include "PlatformSimulated/SimulatedDisplays.h"
+#include "PlatformSimulated/SimulatedEventTap.h"
+#include "PlatformSimulated/SimulatedHotKeys.h"
+#include "PlatformSimulated/SimulatedProcesses.h"
+#include "PlatformSimulated/SimulatedWindowServer.h"
+
+namespace qb {
+
+/// A keyboard with hands on it.
+///
+/// A key changes the state, then goes to the observers of key-downs, the tap, the hot keys and the
+/// front application, until one of them takes it. When this process is in front, its key window
+/// gets it; otherwise the program records it. A key-up whose key-down a hot key took goes nowhere.
+/// Modifier keys change state and flags only: they are no key-downs and nobody receives them.
+class SimulatedKeyboard : public Keyboard {
+ public:
+  struct Parts {
+    SimulatedDisplays& displays;
+    SimulatedEventTap& eventTap;
+    SimulatedHotKeys& hotKeys;
+    SimulatedProcesses& processes;
+    SimulatedWindowServer& windowServer;
+  };
+  explicit SimulatedKeyboard(Parts parts) : parts_(parts) {}
+
+  KeyMap getKeys() const override { return keys_; }
+  EventFlags modifierFlags() const override;
+  ChangeNotice& keysChanged() override { return keysChanged_; }
+
+  void press(std::uint16_t keyCode);
+  void release(std::uint16_t keyCode);
+  /// One auto-repeat of a key that is held.
+  void repeat(std::uint16_t keyCode);
+  /// Presses the modifier keys in order, the key, and lets all go in reverse order.
+  void type(std::uint16_t keyCode, std::initializer_list<std::uint16_t> modifiers = {});
+
+  /// One key that reached another program.
+  struct Received {
+    ProcessSerialNumber process;
+    EventType type = EventTypeKeyDown;
+    std::uint16_t keyCode = 0;
+    EventFlags flags = 0;
+    friend bool operator==(const Received&, const Received&) = default;
+  };
+  const std::vector<Received>& frontApplicationReceived() const {
+    return frontApplicationReceived_;
+  }
+  void clearReceived() { frontApplicationReceived_.clear(); }
+
+ private:
+  void send(EventType type, std::uint16_t keyCode, bool isRepeat);
+  void sendToFrontProcess(const TappedEvent& event);
+
+  Parts parts_;
+  KeyMap keys_;
+  bool capsLock_ = false;
+  ChangeNotice keysChanged_;
+  /// Held keys whose press a hot key took.
+  std::set<std::uint16_t> takenByHotKeys_;
+  std::vector<Received> frontApplicationReceived_;
+};
+
+}  // namespace qb

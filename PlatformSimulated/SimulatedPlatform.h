@@ -1,0 +1,84 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Platform/Platform.h"
+#include "PlatformSimulated/SimulatedAccessibility.h"
+#include "PlatformSimulated/SimulatedDisplays.h"
+#include "PlatformSimulated/SimulatedEventTap.h"
+#include "PlatformSimulated/SimulatedFileSystem.h"
+#include "PlatformSimulated/SimulatedGraphics.h"
+#include "PlatformSimulated/SimulatedHotKeys.h"
+#include "PlatformSimulated/SimulatedKeyboard.h"
+#include "PlatformSimulated/SimulatedLog.h"
+#include "PlatformSimulated/SimulatedPointer.h"
+#include "PlatformSimulated/SimulatedProcesses.h"
+#include "PlatformSimulated/SimulatedRunLoopHost.h"
+#include "PlatformSimulated/SimulatedWindowServer.h"
+#include "PlatformSimulated/SimulatedWorkspace.h"
+
+namespace qb {
+
+/// A whole small desktop in memory under a virtual clock, with the main run loop. A test plays the
+/// user and the other programs by the capabilities' own operations, then lets time pass:
+///
+///     SimulatedPlatform platform;
+///     const auto editor = platform.processes().launchInFront({"org.editor", "Editor"});
+///     platform.keyboard().press(KeyCodeTab);
+///     platform.runFor(0.3);
+///
+/// One at a time; everything made on it must go before it.
+class SimulatedPlatform : public Platform {
+ public:
+  SimulatedPlatform();
+  ~SimulatedPlatform() override;
+  SimulatedPlatform(const SimulatedPlatform&) = delete;
+  SimulatedPlatform& operator=(const SimulatedPlatform&) = delete;
+
+  SimulatedRunLoopHost& runLoopHost() override { return runLoopHost_; }
+  SimulatedAccessibility& accessibility() override { return accessibility_; }
+  SimulatedDisplays& displays() override { return displays_; }
+  SimulatedEventTap& eventTap() override { return eventTap_; }
+  SimulatedFileSystem& fileSystem() override { return fileSystem_; }
+  SimulatedGraphics& graphics() override { return graphics_; }
+  SimulatedHotKeys& hotKeys() override { return hotKeys_; }
+  SimulatedKeyboard& keyboard() override { return keyboard_; }
+  SimulatedPointer& pointer() override { return pointer_; }
+  SimulatedProcesses& processes() override { return processes_; }
+  SimulatedWindowServer& windowServer() override { return windowServer_; }
+  SimulatedWorkspace& workspace() override { return workspace_; }
+
+  RunLoop& runLoop() { return runLoop_; }
+  /// Fires everything that comes due within `seconds`, in order.
+  void runFor(TimeInterval seconds) { runLoopHost_.runFor(seconds); }
+  /// Passes until nothing is due now.
+  void runPending() { runLoopHost_.runPending(); }
+  /// Has something happen from outside, `delay` seconds from now; in nested runs too.
+  void schedule(TimeInterval delay, Block block) { runLoopHost_.schedule(delay, std::move(block)); }
+
+  /// The entries of the system log.
+  std::vector<std::string> log() const { return log_.entries(); }
+  SimulatedLog& logSink() { return log_; }
+  /// Where this program has not kept to what the capabilities ask of it. A test's last word is
+  /// that there is nothing.
+  const std::vector<std::string>& contractBreaches() const { return eventTap_.contractBreaches(); }
+
+ private:
+  SimulatedLog log_;
+  SimulatedRunLoopHost runLoopHost_;
+  RunLoop runLoop_;
+  SimulatedAccessibility accessibility_;
+  SimulatedDisplays displays_;
+  SimulatedEventTap eventTap_;
+  SimulatedFileSystem fileSystem_;
+  SimulatedGraphics graphics_;
+  SimulatedHotKeys hotKeys_;
+  SimulatedProcesses processes_;
+  SimulatedWorkspace workspace_;
+  SimulatedWindowServer windowServer_;
+  SimulatedKeyboard keyboard_;
+  SimulatedPointer pointer_;
+};
+
+}  // namespace qb
