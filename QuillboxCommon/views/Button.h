@@ -17,6 +17,7 @@ class Button : public ImageView {
   void setAction(Action action) { action_ = std::move(action); }
   /// Performs the action as a click would.
   void performClick();
+  /// The mouse was pressed on it and is over it now.
   bool isPressed() const { return pressed_; }
 
   void mouseDown(const Event& event) override;
@@ -24,9 +25,11 @@ class Button : public ImageView {
   void mouseUp(const Event& event) override;
 
  private:
+  bool isInside(const Event& event) const;
   void setPressed(bool pressed);
 
   Action action_;
+  bool tracking_ = false;
   bool pressed_ = false;
 };
 

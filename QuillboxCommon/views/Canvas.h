@@ -32,7 +32,7 @@ class Path {
   const std::vector<Element>& elements() const { return elements_; }
 
   /// Four arcs joined clockwise from the top left. A radius over half of the shorter side counts
-  /// as that half.
+  /// as that half. An empty rectangle gives an empty path.
   static Path roundedRect(const Rect& rect, double radius);
   friend bool operator==(const Path&, const Path&) = default;
 

@@ -20,7 +20,8 @@ class EventCaptureViewDelegate {
   virtual void keyDownInEventCaptureView(const Event&, EventCaptureView&) {}
 };
 
-/// Draws nothing and hands what falls on it to its delegate.
+/// Draws nothing and hands what falls on it to its delegate. What the flags do not select goes
+/// nowhere.
 class EventCaptureView : public View {
  public:
   enum EventFlag : std::uint32_t {
@@ -33,6 +34,7 @@ class EventCaptureView : public View {
   };
 
   explicit EventCaptureView(const Rect& frame = {}) : View(frame) {}
+  Rect drawnArea() const override { return {}; }
 
   /// Not owned: the delegate owns the view and clears this, or outlives it.
   EventCaptureViewDelegate* delegate() const { return delegate_; }

@@ -12,7 +12,7 @@ enum ImageScaling : unsigned {
   ImageScaleNone = 2,
 };
 
-/// Shows one image, centred in its bounds.
+/// Shows one image, centred in its bounds and never outside of them.
 class ImageView : public View {
  public:
   explicit ImageView(const Rect& frame = {}) : View(frame) {}
@@ -24,6 +24,10 @@ class ImageView : public View {
   void setImageSize(Size size);
   ImageScaling imageScaling() const { return scaling_; }
   void setImageScaling(ImageScaling scaling);
+
+ protected:
+  /// Draws the image with an opacity from 0 to 1.
+  void drawImage(Canvas& canvas, double fraction) const;
 
  private:
   Image image_;

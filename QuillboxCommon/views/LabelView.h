@@ -12,6 +12,7 @@ class LabelView : public RoundedRectangleView {
   /// The measurer must outlive the view.
   explicit LabelView(const TextMeasurer& measurer, const Rect& frame = {});
   void draw(Canvas& canvas) override;
+  Rect drawnArea() const override;
 
   const std::string& text() const { return text_; }
   void setText(const std::string& text);
@@ -25,11 +26,13 @@ class LabelView : public RoundedRectangleView {
   void setShadowed(bool shadowed);
   TextAlignment horizontalAlignment() const { return horizontalAlignment_; }
   void setHorizontalAlignment(TextAlignment alignment);
+  /// In points, 0 before the first text or font is set.
   double textWidth() const { return textSize_.width; }
   double textHeight() const { return textSize_.height; }
 
  private:
   void measure();
+  Rect textRect() const;
 
   const TextMeasurer& measurer_;
   std::string text_;

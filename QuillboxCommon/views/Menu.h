@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "QuillboxCommon/views/Image.h"
@@ -47,6 +48,7 @@ class MenuItem : public std::enable_shared_from_this<MenuItem> {
   const Image& image() const { return image_; }
   void setImage(const Image& image);
   const std::shared_ptr<Menu>& submenu() const { return submenu_; }
+  /// A menu that hangs in another item leaves there first.
   void setSubmenu(std::shared_ptr<Menu> submenu);
   /// Shown in place of everything else.
   const std::shared_ptr<View>& view() const { return view_; }
@@ -61,6 +63,12 @@ class MenuItem : public std::enable_shared_from_this<MenuItem> {
  private:
   friend class Menu;
   void changed();
+  template <class T>
+  void change(T& field, T value) {
+    if (field == value) return;
+    field = std::move(value);
+    changed();
+  }
 
   bool separator_ = false, state_ = false, enabled_ = true;
   std::string title_;
@@ -82,13 +90,15 @@ class MenuDelegate {
   virtual void menuDidClose(Menu&) {}
 };
 
-/// Whoever shows the menu hears of its changes.
+/// Whoever shows the menu hears of its changes, after they have happened. Those of a submenu
+/// without an observer of its own come to the observer of the menu it hangs in.
 class MenuObserver {
  public:
   virtual ~MenuObserver() = default;
   virtual void menuItemChanged(Menu&, MenuItem&) = 0;
   virtual void menuItemInserted(Menu&, MenuItem&, std::size_t index) = 0;
   virtual void menuItemRemoved(Menu&, MenuItem&, std::size_t index) = 0;
+  /// Comes to the observer of the outermost menu only.
   virtual void menuShouldCancelTracking(Menu&) = 0;
 };
 
@@ -102,15 +112,20 @@ class Menu : public std::enable_shared_from_this<Menu> {
   bool autoenablesItems() const { return autoenablesItems_; }
   void setAutoenablesItems(bool autoenables) { autoenablesItems_ = autoenables; }
   const std::vector<std::shared_ptr<MenuItem>>& items() const { return items_; }
+  /// An item that stands elsewhere leaves there first. Null adds nothing.
   void addItem(std::shared_ptr<MenuItem> item);
   /// An index past the end appends.
   void insertItem(std::shared_ptr<MenuItem> item, std::size_t index);
+  /// Nothing happens for an item of another menu.
   void removeItem(const MenuItem& item);
   void removeAllItems();
+  /// The first item of that tag or title, or null.
   std::shared_ptr<MenuItem> itemWithTag(std::int64_t tag) const;
   std::shared_ptr<MenuItem> itemWithTitle(std::string_view title) const;
   /// Closes the menu, and those it is open in, without a choice.
   void cancelTracking();
+  /// The item this is the submenu of, or null.
+  std::shared_ptr<MenuItem> supermenuItem() const { return supermenuItem_.lock(); }
 
   /// Not owned; cleared by its owner.
   MenuDelegate* delegate() const { return delegate_; }
@@ -119,7 +134,12 @@ class Menu : public std::enable_shared_from_this<Menu> {
   void setObserver(MenuObserver* observer) { observer_ = observer; }
 
  private:
+  friend class MenuItem;
+  std::shared_ptr<Menu> supermenu() const;
+  MenuObserver* nearestObserver() const;
+
   std::string title_;
+  std::weak_ptr<MenuItem> supermenuItem_;
   bool autoenablesItems_ = true;
   std::vector<std::shared_ptr<MenuItem>> items_;
   MenuDelegate* delegate_ = nullptr;

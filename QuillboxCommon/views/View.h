@@ -1,6 +1,6 @@
 #pragma once
 
-#include <functional>
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -36,6 +36,8 @@ class View : public std::enable_shared_from_this<View> {
   virtual bool isFlipped() const { return false; }
 
   double alphaValue() const { return alphaValue_; }
+  /// Taken to the range from 0 to 1. The content view's alpha is applied by the window's peer, to
+  /// the finished picture: it redraws nothing.
   void setAlphaValue(double alpha);
   bool isHidden() const { return hidden_; }
   void setHidden(bool hidden);
@@ -43,16 +45,18 @@ class View : public std::enable_shared_from_this<View> {
   bool isHiddenOrHasHiddenAncestor() const;
 
   /// Appends on top of the present subviews; a view that stands elsewhere leaves there first, and
-  /// one that stands here already goes to the top.
+  /// one that stands here already goes to the top. Null adds nothing.
   void addSubview(const std::shared_ptr<View>& view);
   enum class Ordering { Above, Below };
-  /// Places `view` just above or below `sibling`; without a sibling, above or below all.
+  /// Places `view` just above or below `sibling`; without a sibling among the subviews, above or
+  /// below all.
   void addSubview(const std::shared_ptr<View>& view, Ordering ordering, const View* sibling);
   void removeFromSuperview();
   View* superview() const { return superview_; }
   /// From back to front.
   const std::vector<std::shared_ptr<View>>& subviews() const { return subviews_; }
   Window* window() const;
+  /// A view counts as its own descendant.
   bool isDescendantOf(const View& view) const;
 
   /// Conversions between this view's coordinates and another's of the same window; with null,
@@ -62,14 +66,19 @@ class View : public std::enable_shared_from_this<View> {
   Rect convertRectToView(const Rect& rect, const View* view) const;
 
   /// The deepest visible view under a point of the superview's coordinates, or null. Views at
-  /// alpha 0 count as visible: only hidden ones do not.
+  /// alpha 0 count as visible: only hidden ones do not. What sticks out of a superview is not hit.
   virtual View* hitTest(Point point);
 
-  /// Asks for a redraw of all of it, or of a rectangle of its coordinates.
+  /// Asks for a redraw of all of it, or of a rectangle of its coordinates. What nobody can see
+  /// (hidden, at alpha 0, in no window) asks for nothing.
   void setNeedsDisplay();
   void setNeedsDisplay(const Rect& rect);
-  /// Draws this view only, its subviews come after it.
+  /// Draws this view only, its subviews come after it. Whatever it changes of the canvas's state
+  /// it restores. Nothing is clipped, but what is drawn must stay inside `drawnArea`.
   virtual void draw(Canvas& canvas);
+  /// All that `draw` may touch, with the origin at the view's top left corner and y growing
+  /// downward: the bounds, unless something sticks out. Empty for a view that draws nothing.
+  virtual Rect drawnArea() const { return bounds(); }
   /// Draws the view and all below it. The canvas stands at this view's top left corner.
   void display(Canvas& canvas);
 
@@ -89,8 +98,18 @@ class View : public std::enable_shared_from_this<View> {
 
  private:
   friend class Window;
+  Point pointToSuperview(Point point) const;
+  Point pointFromSuperview(Point point) const;
+  Point pointToRoot(Point point) const;
+  Point pointFromRoot(Point point) const;
+  const View& root() const;
   Rect topLeftFrameOf(const View& subview) const;
-  void setWindow(Window* window);
+  Point topLeftInRoot() const;
+  Window* showingWindow() const;
+  void invalidateTree(Window& window) const;
+  void invalidateTree(Window& window, Point topLeft, const Rect& alreadyAsked) const;
+  bool treeNeedsDrawing(const Canvas& canvas, Point topLeft) const;
+  void displayTree(Canvas& canvas);
 
   Rect frame_;
   double alphaValue_ = 1;

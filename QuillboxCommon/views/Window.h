@@ -53,7 +53,7 @@ class WindowPeer {
 class WindowPeerFactory {
  public:
   virtual ~WindowPeerFactory() = default;
-  /// The client must outlive the peer.
+  /// The client must outlive the peer, and may not be called before this returns.
   virtual std::unique_ptr<WindowPeer> createWindowPeer(WindowPeerClient& client) = 0;
 };
 
@@ -86,6 +86,7 @@ class Window : public WindowPeerClient {
   void setTitle(const std::string& title);
 
   bool isVisible() const { return visible_; }
+  /// At most one window is key: one that becomes key takes it from the other.
   bool isKeyWindow() const { return key_; }
   virtual bool canBecomeKeyWindow() const { return (styleMask_ & 1) != 0; }
   virtual bool canBecomeMainWindow() const { return (styleMask_ & 1) != 0; }
@@ -94,14 +95,18 @@ class Window : public WindowPeerClient {
   void makeKeyAndOrderFront();
   void orderOut();
 
-  View* firstResponder() const { return firstResponder_; }
+  View* firstResponder() const { return firstResponder_.lock().get(); }
   /// Keys go to `view` from now on; null gives them back to the window. False when it declines.
   bool makeFirstResponder(View* view);
 
-  /// Sees each event before the window's views; false keeps it from them. One for all windows.
+  /// Sees each event before the window's views; false keeps it from them. One for all windows; an
+  /// empty one lets all pass.
   using EventFilter = std::function<bool(Window&, const Event&)>;
   static void setEventFilter(EventFilter filter);
-  /// Filters an event, then gives it to the view it is for.
+  /// Filters an event, then gives it to the view it is for: a press and a scroll to the view under
+  /// the pointer, drags and the release to the view that took the press (to none when there was no
+  /// press or the view has left), keys to the first responder, or else to the content view. The
+  /// filter and the views may do away with the window meanwhile.
   void sendEvent(const Event& event);
 
   void paint(Canvas& canvas, const Rect& dirty) override;
@@ -111,7 +116,11 @@ class Window : public WindowPeerClient {
   friend class View;
   void contentAlphaChanged();
   void viewNeedsDisplay(const Rect& topLeftRect);
-  void viewWillLeave(View& view);
+  void viewWillLeave(const View& view);
+  void resignKey();
+  std::shared_ptr<View> viewForEvent(const Event& event);
+  void forgetPress(EventType type);
+  std::shared_ptr<View> viewAt(Point location) const;
 
   Rect frame_;
   std::unique_ptr<WindowPeer> peer_;
@@ -121,8 +130,9 @@ class Window : public WindowPeerClient {
   bool hasShadow_ = true, opaque_ = true, visible_ = false, key_ = false;
   Color backgroundColor_ = Color::white();
   std::int64_t backgroundBlurRadius_ = 0;
-  View* firstResponder_ = nullptr;
-  View* mouseDownView_ = nullptr;
+  std::weak_ptr<View> firstResponder_, mouseDownView_, rightMouseDownView_;
+  /// Expires with the window, so that a dispatch under way can tell.
+  std::shared_ptr<const bool> lifeSign_ = std::make_shared<const bool>(true);
 };
 
 /// A window without border or title that takes the keyboard all the same.
