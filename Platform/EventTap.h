@@ -84,6 +84,13 @@ class EventTap {
 
   /// Observes key-downs anywhere on the desktop, taken or not, without touching them.
   [[nodiscard]] virtual Subscription addGlobalKeyDownMonitor(std::function<void()> handler) = 0;
+
+  /// The platform signals it when the tap has been disabled, released or taken from a mode by
+  /// anything but the operations above.
+  ChangeNotice& stateChanged() { return stateChanged_; }
+
+ private:
+  ChangeNotice stateChanged_;
 };
 
 }  // namespace qb

@@ -15,6 +15,7 @@ class SimulatedAccessibility : public Accessibility {
   void setTrusted(bool trusted) {
     trusted_ = trusted;
     if (!trusted && onRevoked_) onRevoked_();
+    trustChanged().signal();
   }
   /// For the tap.
   void setOnRevoked(std::function<void()> onRevoked) { onRevoked_ = std::move(onRevoked); }

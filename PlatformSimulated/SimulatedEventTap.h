@@ -32,7 +32,10 @@ class SimulatedEventTap : public EventTap {
   Subscription addGlobalKeyDownMonitor(std::function<void()> handler) override;
 
   /// What a system does to a tap that it finds too slow.
-  void disableBySystem() { enabled_ = false; }
+  void disableBySystem() {
+    enabled_ = false;
+    stateChanged().signal();
+  }
   /// The rules in force: none without a tap.
   const TapRules& rules() const { return rules_; }
   /// True while every key is kept from all other programs.
