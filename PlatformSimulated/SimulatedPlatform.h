@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -49,7 +50,7 @@ class SimulatedPlatform : public Platform {
   SimulatedWindowServer& windowServer() override { return windowServer_; }
   SimulatedWorkspace& workspace() override { return workspace_; }
 
-  RunLoop& runLoop() { return runLoop_; }
+  RunLoop& runLoop() { return *runLoop_; }
   /// Fires everything that comes due within `seconds`, in order.
   void runFor(TimeInterval seconds) { runLoopHost_.runFor(seconds); }
   /// Passes until nothing is due now.
@@ -67,7 +68,8 @@ class SimulatedPlatform : public Platform {
  private:
   SimulatedLog log_;
   SimulatedRunLoopHost runLoopHost_;
-  RunLoop runLoop_;
+  /// Goes first: what its work holds may still need the rest.
+  std::unique_ptr<RunLoop> runLoop_;
   SimulatedAccessibility accessibility_;
   SimulatedDisplays displays_;
   SimulatedEventTap eventTap_;

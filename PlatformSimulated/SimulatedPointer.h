@@ -54,7 +54,6 @@ class SimulatedPointer : public Pointer {
   TappedEvent tappedEvent(EventType type) const;
   void deliver(SimulatedWindowPeer& window, EventType type, double dx = 0, double dy = 0);
   void countClick();
-  void sendRelease(EventType type);
 
   Parts parts_;
   Point location_;

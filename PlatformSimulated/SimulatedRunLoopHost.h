@@ -43,6 +43,9 @@ class SimulatedRunLoopHost : public RunLoopHost {
   /// Runs the blocks that are queued now, held or not.
   void runBackgroundBlocks();
 
+  /// Drops all that was scheduled or queued.
+  void forgetAll();
+
  private:
   struct OutsideEvent {
     Moment moment;

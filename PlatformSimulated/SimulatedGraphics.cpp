@@ -1,0 +1,82 @@
+#include "PlatformSimulated/SimulatedGraphics.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+namespace qb {
+
+namespace {
+
+constexpr Size defaultImageSize{32, 32};
+constexpr Size iconSize{128, 128};
+constexpr double widthOfCharacter = 0.5;
+constexpr double heightOfLine = 1.2;
+
+Image makeImage(const std::string& name, Size size) {
+  return Image(std::make_shared<SimulatedImageSource>(name, size));
+}
+
+}  // namespace
+
+std::string simulatedImageName(const Image& image) {
+  const auto* source = dynamic_cast<const SimulatedImageSource*>(image.source().get());
+  return source == nullptr ? std::string() : source->name();
+}
+
+Size SimulatedGraphics::measureText(std::string_view text, const Font& font) const {
+  std::size_t widest = 0;
+  std::size_t line = 0;
+  for (const char byte : text) {
+    if (byte == '\n' || byte == '\r') {
+      line = 0;
+    } else if ((static_cast<unsigned char>(byte) & 0xc0U) != 0x80U) {
+      widest = std::max(widest, ++line);
+    }
+  }
+  return {widthOfCharacter * font.size * static_cast<double>(widest), heightOfLine * font.size};
+}
+
+Image SimulatedGraphics::imageNamed(const std::string& name) {
+  if (missing_.contains(name)) return {};
+  Image& image = images_[name];
+  if (!image) {
+    const auto size = sizes_.find(name);
+    image = makeImage(name, size == sizes_.end() ? defaultImageSize : size->second);
+  }
+  return image;
+}
+
+Image SimulatedGraphics::iconForFile(const std::string& path,
+                                     std::function<void(const Image&)> update) {
+  ++iconRequests_[path];
+  if (const auto known = icons_.find(path); known != icons_.end()) return known->second;
+  pendingIcons_.push_back({path, std::move(update)});
+  host_.schedule(0, [this] {
+    if (!iconsAreHeld_) deliverIcons();
+  });
+  Image& generic = images_["generic icon"];
+  if (!generic) generic = makeImage("generic icon", iconSize);
+  return generic;
+}
+
+void SimulatedGraphics::setImageSize(const std::string& name, Size size) {
+  sizes_[name] = size;
+  images_.erase(name);
+}
+
+void SimulatedGraphics::deliverIcons() {
+  for (const PendingIcon& pending : std::exchange(pendingIcons_, {})) {
+    Image& icon = icons_[pending.path];
+    if (!icon) icon = makeImage("icon:" + pending.path, iconSize);
+    const Image delivered = icon;
+    if (pending.update) pending.update(delivered);
+  }
+}
+
+int SimulatedGraphics::numberOfIconRequests(const std::string& path) const {
+  const auto found = iconRequests_.find(path);
+  return found == iconRequests_.end() ? 0 : found->second;
+}
+
+}  // namespace qb

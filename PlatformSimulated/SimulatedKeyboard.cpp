@@ -1,0 +1,100 @@
+#include "PlatformSimulated/SimulatedKeyboard.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace qb {
+
+namespace {
+
+struct ModifierKey {
+  std::uint16_t keyCode;
+  EventFlags flags;
+};
+
+constexpr ModifierKey modifierKeys[] = {
+    {KeyCodeLeftCommand, EventFlagCommand},
+    {KeyCodeRightCommand, EventFlagCommand},
+    {KeyCodeLeftShift, EventFlagShift},
+    {KeyCodeRightShift, EventFlagShift},
+    {KeyCodeLeftOption, EventFlagOption},
+    {KeyCodeRightOption, EventFlagOption},
+    {KeyCodeLeftControl, EventFlagControl | EventFlagLeftControl},
+    {KeyCodeRightControl, EventFlagControl},
+};
+
+bool isModifier(std::uint16_t keyCode) {
+  return keyCode == KeyCodeCapsLock ||
+         std::any_of(std::begin(modifierKeys), std::end(modifierKeys),
+                     [keyCode](const ModifierKey& key) { return key.keyCode == keyCode; });
+}
+
+}  // namespace
+
+EventFlags SimulatedKeyboard::modifierFlags() const {
+  EventFlags flags = capsLock_ ? EventFlagCapsLock : 0;
+  for (const ModifierKey& key : modifierKeys) {
+    if (keys_.isDown(key.keyCode)) flags |= key.flags;
+  }
+  return flags;
+}
+
+void SimulatedKeyboard::press(std::uint16_t keyCode) {
+  keys_.set(keyCode, true);
+  if (keyCode == KeyCodeCapsLock) capsLock_ = !capsLock_;
+  keysChanged_.signal();
+  if (!isModifier(keyCode)) send(EventTypeKeyDown, keyCode, false);
+}
+
+void SimulatedKeyboard::release(std::uint16_t keyCode) {
+  keys_.set(keyCode, false);
+  keysChanged_.signal();
+  if (!isModifier(keyCode)) send(EventTypeKeyUp, keyCode, false);
+}
+
+void SimulatedKeyboard::repeat(std::uint16_t keyCode) {
+  if (!isModifier(keyCode)) send(EventTypeKeyDown, keyCode, true);
+}
+
+void SimulatedKeyboard::type(std::uint16_t keyCode,
+                             std::initializer_list<std::uint16_t> modifiers) {
+  for (const std::uint16_t modifier : modifiers) press(modifier);
+  press(keyCode);
+  release(keyCode);
+  for (auto each = std::rbegin(modifiers); each != std::rend(modifiers); ++each) release(*each);
+}
+
+void SimulatedKeyboard::send(EventType type, std::uint16_t keyCode, bool isRepeat) {
+  TappedEvent event{.type = type,
+                    .flags = modifierFlags(),
+                    .keyCode = keyCode,
+                    .isRepeat = isRepeat,
+                    .location = {},
+                    .unflippedLocation = {}};
+  if (type == EventTypeKeyDown) parts_.eventTap.notifyKeyDownMonitors();
+  if (!parts_.eventTap.process(event)) return;
+  if (type == EventTypeKeyUp) {
+    if (takenByHotKeys_.erase(keyCode) > 0) return;
+  } else if (parts_.hotKeys.processKeyDown(keyCode, event.flags)) {
+    takenByHotKeys_.insert(keyCode);
+    return;
+  }
+  sendToFrontProcess(event);
+}
+
+void SimulatedKeyboard::sendToFrontProcess(const TappedEvent& event) {
+  if (SimulatedWindowPeer* window = parts_.windowServer.keyWindow()) {
+    Event own;
+    own.type = event.type;
+    own.flags = event.flags;
+    own.keyCode = event.keyCode;
+    own.isRepeat = event.isRepeat;
+    window->deliver(own);
+    return;
+  }
+  const ProcessSerialNumber front = parts_.processes.getFrontProcess();
+  if (front.isNull() || parts_.eventTap.keepsKeyboard()) return;
+  frontApplicationReceived_.push_back({front, event.type, event.keyCode, event.flags});
+}
+
+}  // namespace qb

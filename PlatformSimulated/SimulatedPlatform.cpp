@@ -1,0 +1,19 @@
+#include "PlatformSimulated/SimulatedPlatform.h"
+
+namespace qb {
+
+SimulatedPlatform::SimulatedPlatform()
+    : runLoop_(std::make_unique<RunLoop>(runLoopHost_)),
+      eventTap_(accessibility_, *runLoop_),
+      graphics_(runLoopHost_),
+      workspace_(processes_, runLoopHost_),
+      windowServer_(processes_),
+      keyboard_({displays_, eventTap_, hotKeys_, processes_, windowServer_}),
+      pointer_({runLoopHost_, displays_, eventTap_, keyboard_, processes_, windowServer_}) {}
+
+SimulatedPlatform::~SimulatedPlatform() {
+  runLoopHost_.forgetAll();
+  runLoop_.reset();
+}
+
+}  // namespace qb
