@@ -33,9 +33,7 @@ struct Rect {
   constexpr double height() const { return size.height; }
   constexpr double maxX() const { return origin.x + size.width; }
   constexpr double maxY() const { return origin.y + size.height; }
-  constexpr Point center() const {
-    return {origin.x + size.width / 2, origin.y + size.height / 2};
-  }
+  constexpr Point center() const { return {origin.x + size.width / 2, origin.y + size.height / 2}; }
   constexpr bool isEmpty() const { return !(size.width > 0 && size.height > 0); }
 
   friend bool operator==(const Rect&, const Rect&) = default;
@@ -62,12 +60,14 @@ constexpr bool contains(const Rect& outer, const Rect& inner) {
          inner.maxY() <= outer.maxY();
 }
 
+/// True when the two share an area: touching edges do not count, and an empty one shares none.
 bool intersects(const Rect& a, const Rect& b);
 /// The common part of two rectangles; the zero rectangle when there is none.
 Rect intersection(const Rect& a, const Rect& b);
-/// The smallest rectangle around both; an empty one adds nothing.
+/// The smallest rectangle around both; an empty one adds nothing, and two of them make the zero
+/// rectangle.
 Rect unionOf(const Rect& a, const Rect& b);
-/// The smallest rectangle with whole-number edges around `rect`.
+/// The smallest rectangle with whole-number edges around `rect`: near edges go down, far ones up.
 Rect integral(const Rect& rect);
 /// A rectangle of `size` with the same centre as `around`.
 Rect centered(Size size, const Rect& around);
