@@ -10,7 +10,8 @@
 namespace qb {
 
 /// A named timer that runs a block. While it runs, the run loop keeps it alive; it ends by `done`
-/// or, made by `triggerWithName`, after its one firing. Main thread.
+/// or, made by `triggerWithName`, after its one firing. Without a block it logs an error at each
+/// firing and goes on. Main thread.
 class Timer : public std::enable_shared_from_this<Timer> {
  public:
   using TimerBlock = std::function<void(const std::any& userInfo)>;
@@ -29,14 +30,15 @@ class Timer : public std::enable_shared_from_this<Timer> {
   void addToAdditionalRunLoops();
   /// Ends it. Answers none, for `timer = timer->done()`. Harmless when repeated.
   std::shared_ptr<Timer> done();
-  /// Starts anew with another interval. Intended: it then repeats in the default mode only, so a
-  /// timer that had been given additional modes loses them, and a trigger still ends with its
-  /// first firing.
+  /// Starts anew with another interval, after `done` too, though the block is gone by then.
+  /// Intended: it then repeats in the default mode only, so a timer that had been given additional
+  /// modes loses them, and a trigger still ends with its first firing.
   void resetTimeInterval(TimeInterval timeInterval);
+  /// Of the loop's timer: 0 for a trigger that has not been reset.
   TimeInterval timeInterval() const;
   TimeInterval secondsSinceInception() const;
   const std::string& name() const { return name_; }
-  /// The loop's timer, to let it rest.
+  /// The loop's timer, to let it rest; another one after `resetTimeInterval`.
   RunLoopTimer& runLoopTimer() const { return *timer_; }
 
  private:
@@ -50,7 +52,7 @@ class Timer : public std::enable_shared_from_this<Timer> {
   std::any userInfo_;
   std::string name_;
   Moment dateOfIncpetion_;
-  TimerBlock block_;
+  std::shared_ptr<TimerBlock> block_;
   bool repeats_;
 };
 
