@@ -15,11 +15,17 @@ namespace qb {
 /// empty description is ignored by every operation. Main thread.
 class AllocationManager {
  public:
+  ~AllocationManager();
+  AllocationManager(const AllocationManager&) = delete;
+  AllocationManager& operator=(const AllocationManager&) = delete;
+
   static void registerAllocationOfClass(const std::string& description);
   /// Never takes a count below 0.
   static void registerDeallocationOfClass(const std::string& description);
   static void registerIntendedSingletonClass(const std::string& description);
+  /// Expects `shouldBe` live instances from now on.
   static void allocationCountForClass(const std::string& description, std::int32_t shouldBe);
+  /// Logs the counts, then what speaks against the singletons and the expectations.
   static void displayAllocations();
 
   /// The live count, or -1 for a class that was never counted.
@@ -29,6 +35,7 @@ class AllocationManager {
 
  private:
   AllocationManager();
+  static std::unique_ptr<AllocationManager>& instance();
   static AllocationManager& shared();
   void resetTimer();
   void display() const;

@@ -4,7 +4,7 @@
 
 namespace qb {
 
-/// Development aid: how long something took.
+/// Development aid: how long something took. Main thread.
 class TimingTools {
  public:
   /// Of two starts under one name the later wins.
