@@ -27,7 +27,7 @@ class PropertyList {
     double seconds = 0;
     friend bool operator==(const Date&, const Date&) = default;
   };
-  enum class Kind { None, Boolean, Integer, Real, String, Date, Data, Array, Dictionary };
+  enum class Kind { None, Boolean, Integer, Real, String, DateTime, Data, Array, Dictionary };
 
   // All of them are defined where Entry is complete.
   PropertyList();

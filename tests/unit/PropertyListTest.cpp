@@ -26,7 +26,7 @@ TEST(PropertyListTest, KnowsItsKind) {
   EXPECT_EQ(PropertyList("a").kind(), Kind::String);
   EXPECT_EQ(PropertyList(std::string("a")).kind(), Kind::String);
   EXPECT_EQ(PropertyList(std::string_view("a")).kind(), Kind::String);
-  EXPECT_EQ(PropertyList(PropertyList::Date{1}).kind(), Kind::Date);
+  EXPECT_EQ(PropertyList(PropertyList::Date{1}).kind(), Kind::DateTime);
   EXPECT_EQ(PropertyList(PropertyList::Data{1}).kind(), Kind::Data);
   EXPECT_EQ(PropertyList::array().kind(), Kind::Array);
   EXPECT_EQ(PropertyList::dictionary().kind(), Kind::Dictionary);
