@@ -1,6 +1,7 @@
 #include "QuillboxCommon/views/AnimationDriver.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "QuillboxCommon/views/View.h"
 
@@ -65,7 +66,7 @@ void AnimationDriver::animate(View& view, Property property, const Values& targe
   const Moment now = driver->loop_.now();
   driver->animations_.push_back({++driver->lastSerial_, &view, view.weak_from_this(), property,
                                  from, target, now, now + duration});
-  driver->wakeAt(std::min(now + frameInterval, now + duration));
+  driver->wakeAt(std::min(driver->frameAfter(now), now + duration));
 }
 
 void AnimationDriver::noteSetting(const View& view, Property property) {
@@ -103,7 +104,7 @@ void AnimationDriver::tick() {
   for (const Animation& animation : animations_) {
     serials.push_back(animation.serial);
     if (animation.end > now + tolerance) {
-      next = std::min({next, animation.end, now + frameInterval});
+      next = std::min({next, animation.end, frameAfter(now)});
     }
   }
   // Before the steps: a view may run the loop from within its setter.
@@ -137,6 +138,11 @@ void AnimationDriver::step(std::uint64_t serial, Moment now) {
   apply(*view, animation.property, values);
   steppedView_ = outerView;
   steppedProperty_ = outerProperty;
+}
+
+Moment AnimationDriver::frameAfter(Moment moment) const {
+  const double frames = std::floor((moment - firstFrame_ + tolerance) / frameInterval);
+  return firstFrame_ + (frames + 1) * frameInterval;
 }
 
 void AnimationDriver::wakeAt(Moment moment) {

@@ -22,7 +22,7 @@ class AnimationDriver : public std::enable_shared_from_this<AnimationDriver> {
  public:
   enum class Property : std::uint8_t { Frame, Alpha };
 
-  explicit AnimationDriver(RunLoop& loop) : loop_(loop) {}
+  explicit AnimationDriver(RunLoop& loop) : loop_(loop), firstFrame_(loop.now()) {}
 
   static void animateFrame(View& view, const Rect& target, TimeInterval duration);
   static void animateAlpha(View& view, double target, TimeInterval duration);
@@ -50,11 +50,14 @@ class AnimationDriver : public std::enable_shared_from_this<AnimationDriver> {
   void remove(const View& view, Property property);
   void tick();
   void step(std::uint64_t serial, Moment now);
+  Moment frameAfter(Moment moment) const;
   void wakeAt(Moment moment);
 
   static std::weak_ptr<AnimationDriver> current_;
 
   RunLoop& loop_;
+  /// Where the grid of frames begins.
+  const Moment firstFrame_;
   std::weak_ptr<RunLoopTimer> timer_;
   std::vector<Animation> animations_;
   std::uint64_t lastSerial_ = 0;

@@ -1,11 +1,13 @@
 #include "QuillboxCommon/views/Window.h"
 
 #include <utility>
+#include <vector>
 
 namespace qb {
 namespace {
 
-Window* keyWindow = nullptr;
+// Visible windows that were made key, the key window at the end.
+std::vector<const Window*> keyWindows;
 
 std::shared_ptr<const Window::EventFilter>& eventFilter() {
   static std::shared_ptr<const Window::EventFilter> filter;
@@ -87,9 +89,8 @@ void Window::makeKeyAndOrderFront() {
     orderFront();
     return;
   }
-  if (keyWindow && keyWindow != this) keyWindow->resignKey();
-  keyWindow = this;
-  key_ = true;
+  resignKey();
+  keyWindows.push_back(this);
   visible_ = true;
   peer_->makeKeyAndOrderFront();
 }
@@ -103,10 +104,9 @@ void Window::orderOut() {
   peer_->orderOut();
 }
 
-void Window::resignKey() {
-  key_ = false;
-  if (keyWindow == this) keyWindow = nullptr;
-}
+bool Window::isKeyWindow() const { return !keyWindows.empty() && keyWindows.back() == this; }
+
+void Window::resignKey() { std::erase(keyWindows, this); }
 
 bool Window::makeFirstResponder(View* view) {
   if (view && (view->window() != this || !view->acceptsFirstResponder())) return false;

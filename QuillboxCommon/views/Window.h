@@ -86,8 +86,8 @@ class Window : public WindowPeerClient {
   void setTitle(const std::string& title);
 
   bool isVisible() const { return visible_; }
-  /// At most one window is key: one that becomes key takes it from the other.
-  bool isKeyWindow() const { return key_; }
+  /// At most one window is key. When it goes, the one that was key before is key again.
+  bool isKeyWindow() const;
   virtual bool canBecomeKeyWindow() const { return (styleMask_ & 1) != 0; }
   virtual bool canBecomeMainWindow() const { return (styleMask_ & 1) != 0; }
   void orderFront();
@@ -127,7 +127,7 @@ class Window : public WindowPeerClient {
   std::shared_ptr<View> contentView_;
   std::int64_t level_ = 0;
   std::uint64_t collectionBehavior_ = 0, styleMask_ = 1;
-  bool hasShadow_ = true, opaque_ = true, visible_ = false, key_ = false;
+  bool hasShadow_ = true, opaque_ = true, visible_ = false;
   Color backgroundColor_ = Color::white();
   std::int64_t backgroundBlurRadius_ = 0;
   std::weak_ptr<View> firstResponder_, mouseDownView_, rightMouseDownView_;
