@@ -14,10 +14,14 @@ namespace qb {
 
 class TabRow;
 class TabRowProvider;
+class TabRowProviderInformation;
 class Window;
 
 /// The content of the panel: the stack of Tab Rows. It fits the rows to the screen, decides which
 /// of them is active, and feeds them the pointer, which it polls. Flipped. Main thread.
+///
+/// Icons shrink point by point from the upper halo height of the settings, down to the lower one,
+/// until the longest row and all the rows fit. What does not fit then sticks out.
 class HostView : public View {
  public:
   /// Makes its rows in the next pass of the run loop, when the service objects exist.
@@ -41,16 +45,87 @@ class HostView : public View {
   /// Top row first.
   const std::vector<std::shared_ptr<TabRow>>& tabRows() const { return tabRows_; }
   TabRow* activeTabRow() const { return activeTabRow_.get(); }
+  /// The row that was active before the present one, which the keys go to when none is.
+  TabRow* lastActiveTabRow() const { return lastActiveTabRow_.get(); }
+  TabRow* tabRowUnderMouse() const { return tabRowUnderMouse_.get(); }
+  /// The first row of running applications, or null.
+  TabRow* getActiveApplicationsTabRow() const;
+
+  /// All that a row can show, in the order in which it is offered.
+  const std::vector<std::shared_ptr<TabRowProviderInformation>>& tabRowProviderInformations()
+      const {
+    return providerInformations_;
+  }
+  std::shared_ptr<TabRowProvider> createTabRowProviderWithInformation(
+      const TabRowProviderInformation& information) const;
+  std::shared_ptr<TabRow> createTabRowAtIndex(std::size_t index,
+                                              std::shared_ptr<TabRowProvider> provider,
+                                              bool arrangeTabRows);
+  /// A row's items are others now: the rows are sized anew.
+  void tabRowItemsHaveChanged(TabRow& tabRow);
+  /// No row is active after null. The row that was active loses its selection.
+  void setActiveTabRow(std::shared_ptr<TabRow> tabRow, bool asDefault);
+  /// The next row that has items, round the end, with the selection in the same column on screen.
+  void selectNextTabRow();
+  void selectPreviousTabRow();
+  void upAction() { selectPreviousTabRow(); }
+  void downAction() { selectNextTabRow(); }
+  void hiliteTabRow(TabRow* tabRow, bool exclusively);
+
+  // The arithmetic of the stack. Heights in points.
+  std::int64_t heightOfAllTabRowsWithTabRowHeight(std::int64_t height) const;
+  /// The height of a row that is as tall as the settings want it, if the stack then fits the view.
+  std::int64_t naturalFrameHeightOfTabRows() const;
+  std::int64_t naturalHaloHeight() const;
+  void arrangeTabRowsWithAnimate(bool animate);
+  /// All rows are as wide as the one with the most items needs, counting as many as fit.
+  Rect frameForTabRowAtIndex(std::size_t index, Size haloSize) const;
+  /// Never under 2, also where fewer fit.
+  std::int64_t calculateMaximumTabRowsSupportedByMainScreen();
+  /// Moves nothing unless the largest count has changed.
+  void arrangeTabRowsAccordingToLargestNumberOfTabRowItemsWithAnimate(bool animate);
+  std::int64_t largestNumberOfTabRowItems() const { return largestNumberOfTabRowItems_; }
+  std::int64_t tabRowHeight() const { return tabRowHeight_; }
+  Size haloSize() const { return haloSize_; }
+
+  /// Makes the next poll count as a movement of the pointer.
+  void forceMouseMovedMessageToBeSent() { lastMouseLocation_ = {}; }
+  /// How far the pointer has to go, on one axis at least, before it counts.
+  double mouseMovementThreshold() const { return mouseMovementThreshold_; }
 
   bool isFlipped() const override { return true; }
   bool acceptsFirstResponder() const override { return true; }
   void setFrame(const Rect& frame) override;
 
  private:
+  /// Pushing into a corner is a use of the pointer already; after a key, a trembling hand must not
+  /// take the selection.
+  static constexpr double anyMovement = 1, significantMovement = 20;
+
   explicit HostView(const Rect& maximumFrame);
 
+  void createInitialTabRows();
+  void createDefaultTabRows();
+  void normalizeTabRows();
+  bool haloHeightFits(std::int64_t haloHeight) const;
+  void activateLastActiveTabRowIfNoneIs();
+  /// `step` is 1 for the next row and -1 for the previous one.
+  void selectNeighbourTabRow(std::int64_t step);
+  Point mouseLocationInWindow() const;
+  void monitorMouse();
+  /// Tells the rows of the movement, and answers the one under the pointer.
+  const std::shared_ptr<TabRow>* noteMouseMovedTo(Point location);
+  void noteTabRowUnderMouse(const std::shared_ptr<TabRow>* tabRow);
+
+  std::vector<std::shared_ptr<TabRowProviderInformation>> providerInformations_;
   std::vector<std::shared_ptr<TabRow>> tabRows_;
-  std::shared_ptr<TabRow> activeTabRow_;
+  std::shared_ptr<TabRow> activeTabRow_, lastActiveTabRow_, tabRowUnderMouse_;
+  std::int64_t largestNumberOfTabRowItems_ = 0;
+  std::int64_t tabRowHeight_ = 0;
+  Size haloSize_;
+  std::shared_ptr<RunLoopTimer> mouseMonitorTimer_;
+  double mouseMovementThreshold_ = 0;
+  Point lastMouseLocation_, accumulatedScrollAmount_;
 };
 
 }  // namespace qb

@@ -1,0 +1,26 @@
+#include "Quillbox/Item/FilePaths.h"
+
+namespace qb {
+
+std::string lastPathComponent(const std::string& path) {
+  const std::size_t last = path.find_last_not_of('/');
+  if (last == std::string::npos) return path.empty() ? "" : "/";
+  const std::size_t slash = path.find_last_of('/', last);
+  const std::size_t first = slash == std::string::npos ? 0 : slash + 1;
+  return path.substr(first, last - first + 1);
+}
+
+std::string pathExtension(const std::string& path) {
+  const std::string name = lastPathComponent(path);
+  const std::size_t dot = name.find_last_of('.');
+  return dot == std::string::npos || dot == 0 ? "" : name.substr(dot + 1);
+}
+
+std::string fileNameFromFullPath(const std::string& path, bool withPathExtension) {
+  std::string name = lastPathComponent(path);
+  const std::string extension = pathExtension(path);
+  if (!withPathExtension && !extension.empty()) name.resize(name.size() - extension.size() - 1);
+  return name;
+}
+
+}  // namespace qb

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+namespace qb {
+
+/// What follows the last slash, slashes at the end aside; "/" for the root.
+std::string lastPathComponent(const std::string& path);
+/// Without dot; empty when the last component has none. A dot at its start or end makes none.
+std::string pathExtension(const std::string& path);
+/// The last component of a path, with or without its extension.
+std::string fileNameFromFullPath(const std::string& path, bool withPathExtension);
+
+}  // namespace qb

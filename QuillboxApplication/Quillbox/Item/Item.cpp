@@ -1,0 +1,85 @@
+#include "Quillbox/Item/Item.h"
+
+#include "Quillbox/Item/ItemView.h"
+#include "Quillbox/activation/Quillbox.h"
+#include "QuillboxCommon/views/Animation.h"
+
+namespace qb {
+
+std::shared_ptr<Item> Item::create(const Rect& frame, const Image& image, const std::string& name) {
+  std::shared_ptr<Item> item(new Item(frame, name));
+  item->setImage(image);
+  return item;
+}
+
+std::shared_ptr<Item> Item::create(const Rect& frame, const PropertyList& savedState) {
+  return std::shared_ptr<Item>(new Item(frame, savedState));
+}
+
+std::shared_ptr<Item> Item::create(std::shared_ptr<View> view, const std::string& name,
+                                   const std::string& uniqueID) {
+  return std::shared_ptr<Item>(new Item(std::move(view), name, uniqueID));
+}
+
+Item::Item(std::shared_ptr<View> view, const std::string& name, const std::string& uniqueID)
+    : view_(std::move(view)),
+      itemView_(dynamic_cast<ItemView*>(view_.get())),
+      viewFrame_(view_->frame()),
+      name_(name),
+      uniqueID_(uniqueID.empty() ? Quillbox::generateUUID() : uniqueID) {
+  if (itemView_ != nullptr) itemView_->setItem(this);
+  if (quillbox != nullptr) quillbox->registerItem(*this);
+}
+
+Item::Item(const Rect& frame, const std::string& name)
+    : Item(std::make_shared<ItemView>(frame), name, {}) {}
+
+Item::Item(const Rect& frame, const PropertyList& savedState)
+    : Item(std::make_shared<ItemView>(frame), savedState.objectForKey(kItemNameKey).stringValue(),
+           savedState.objectForKey(kItemUniqueIDKey).stringValue()) {}
+
+Item::~Item() {
+  if (itemView_ != nullptr) itemView_->setItem(nullptr);
+  if (quillbox != nullptr) quillbox->unregisterItem(*this);
+}
+
+std::shared_ptr<Item> Item::duplicate() const {
+  auto copy = createFromState(view_->frame(), state());
+  copy->setUniqueID(Quillbox::generateUUID());
+  return copy;
+}
+
+std::shared_ptr<Item> Item::createFromState(const Rect& frame,
+                                            const PropertyList& savedState) const {
+  return create(frame, savedState);
+}
+
+PropertyList Item::state() const {
+  return PropertyList::dictionary(
+      {{std::string(kItemNameKey), name_}, {std::string(kItemUniqueIDKey), uniqueID_}});
+}
+
+Image Item::image() const { return itemView_ != nullptr ? itemView_->image() : Image(); }
+
+bool Item::setImage(const Image& image) {
+  if (itemView_ == nullptr) return false;
+  itemView_->setImage(image.withSize(itemView_->frame().size));
+  itemView_->setImageScaling(ImageScaleProportionallyDown);
+  return true;
+}
+
+void Item::setViewFrame(const Rect& frame, bool animated) {
+  viewFrame_ = frame;
+  if (animated) {
+    view_->animator().setFrame(frame);
+  } else {
+    view_->setFrame(frame);
+  }
+  noteViewFrameChanged();
+}
+
+void Item::noteViewFrameChanged() {
+  if (itemView_ != nullptr) itemView_->setImageSize(view_->frame().size);
+}
+
+}  // namespace qb

@@ -1,0 +1,186 @@
+#pragma once
+
+#include <any>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "QuillboxCommon/Geometry.h"
+#include "QuillboxCommon/PropertyList.h"
+#include "QuillboxCommon/views/Image.h"
+#include "QuillboxCommon/views/View.h"
+
+namespace qb {
+
+class ItemView;
+class TabRow;
+
+/// What kind of thing an item is. The values are used across the program and saved.
+enum ItemType : std::int32_t {
+  ItemTypeGeneric = 0,
+  ItemTypeFile = 1,
+  ItemTypeServer = 2,
+  ItemTypeVolume = 3,
+  ItemTypeFolder = 4,
+  ItemTypeApplication = 5,
+  ItemTypeButton = 6,
+  ItemTypeWindow = 7,
+  ItemTypeWebPage = 8,
+  ItemTypeCubbyhole = 9,
+  ItemTypeScreenShot = 10,
+  ItemTypeAutoType = 11,
+  ItemTypeSeparator = 12,
+  ItemTypeMetaFolder = 13,
+  ItemTypeClip = 14,
+  ItemTypeClipboard = 15,
+  ItemTypeDisplayConfiguration = 16,
+  ItemTypeDragAndDropPlaceholder = 17,
+};
+
+/// What happens in the row while an item is dragged out of it, as bits; 0 keeps it in.
+enum Dragability : std::int32_t {
+  DragabilityMovesOutOfRow = 2,
+  DragabilityDimsInRow = 4,
+  DragabilityWatchesMouseUp = 8,
+};
+
+inline constexpr std::string_view kItemNameKey = "Item Name";
+inline constexpr std::string_view kItemUniqueIDKey = "Item Unique ID";
+
+/// One thing that a Tab Row shows: a picture in a square cell, a name, and what it does. The base
+/// of all items, with the defaults of every hook.
+///
+/// A provider makes its items and owns them; the row only shows them. Each class has static
+/// `create` functions, since what an item starts at once may refer back to it. An item is
+/// registered with the facade for as long as it lives. Main thread.
+class Item : public std::enable_shared_from_this<Item> {
+ public:
+  /// An item that shows `image`, scaled to the frame, under a new identity.
+  static std::shared_ptr<Item> create(const Rect& frame, const Image& image,
+                                      const std::string& name);
+  /// Takes name and identity from what `state` once gave.
+  static std::shared_ptr<Item> create(const Rect& frame, const PropertyList& savedState);
+  /// An item over any view; only an ItemView can show the item's image. An empty identity is
+  /// replaced by a new one.
+  static std::shared_ptr<Item> create(std::shared_ptr<View> view, const std::string& name,
+                                      const std::string& uniqueID = {});
+  virtual ~Item();
+  Item(const Item&) = delete;
+  Item& operator=(const Item&) = delete;
+
+  /// Another item of the same class and settings, under an identity of its own.
+  std::shared_ptr<Item> duplicate() const;
+
+  virtual std::int32_t type() const { return ItemTypeGeneric; }
+  virtual std::string description() const { return "Generic Item"; }
+  /// The label under the halo; there is none for an empty name.
+  const std::string& name() const { return name_; }
+  void setName(const std::string& name) { name_ = name; }
+  /// Never empty.
+  const std::string& uniqueID() const { return uniqueID_; }
+  void setUniqueID(const std::string& uniqueID) { uniqueID_ = uniqueID; }
+  virtual std::string hotKeyIdentifier() const { return uniqueID_; }
+  virtual std::string decorationKey() const { return uniqueID_; }
+  /// What is saved of it. Subclasses add their keys to what the base gives.
+  virtual PropertyList state() const;
+
+  const std::shared_ptr<View>& view() const { return view_; }
+  /// The same view when it is one that shows images; otherwise null.
+  ItemView* itemView() const { return itemView_; }
+  /// The row that shows it, or null.
+  std::shared_ptr<TabRow> tabRow() const { return tabRow_.lock(); }
+  void setTabRow(const std::shared_ptr<TabRow>& tabRow) { tabRow_ = tabRow; }
+  /// Its place in the row, counted by the provider.
+  std::int64_t index() const { return index_; }
+  void setIndex(std::int64_t index) { index_ = index; }
+
+  bool isSelected() const { return selected_; }
+  /// It may be taken from its row.
+  bool isRemovable() const { return removable_; }
+  void setRemovable(bool removable) { removable_ = removable; }
+  /// Its file may be moved to the Trash from the row.
+  bool isTrashable() const { return trashable_; }
+  void setTrashable(bool trashable) { trashable_ = trashable; }
+  /// It may be moved within its row.
+  bool isArrangeable() const { return arrangeable_; }
+  void setArrangeable(bool arrangeable) { arrangeable_ = arrangeable; }
+  /// Keys can select it, and it has something to do.
+  bool isInvokable() const { return invokable_; }
+  void setInvokable(bool invokable) { invokable_ = invokable; }
+  /// Bits of Dragability.
+  std::int32_t dragability() const { return dragability_; }
+  void setDragability(std::int32_t dragability) { dragability_ = dragability; }
+  /// The provider's record behind the item.
+  const std::any& representedObject() const { return representedObject_; }
+  void setRepresentedObject(std::any object) { representedObject_ = std::move(object); }
+  /// Free for the provider.
+  std::int64_t tag() const { return tag_; }
+  void setTag(std::int64_t tag) { tag_ = tag; }
+
+  virtual bool configurable() const { return false; }
+  virtual bool previewable() const { return false; }
+  virtual bool decorateable() const { return false; }
+
+  /// Whether the panel goes before the item acts.
+  virtual bool shouldDismissQuillboxWhenInvoked() const { return true; }
+  /// Whether the quick-remove key takes it without asking.
+  virtual bool supportsQuickRemoval() const { return false; }
+  /// The main action. Whoever calls it has seen to the panel.
+  virtual void invoke() {}
+  virtual void performDataCycling() {}
+  /// True when handled.
+  virtual bool performPasteboardCut() { return false; }
+  virtual bool performPasteboardCopy() { return false; }
+  virtual bool performPasteboardPaste() { return false; }
+  virtual void close() {}
+  virtual void preview() {}
+  virtual void quit() {}
+  virtual void hide() {}
+
+  /// The image without any decoration; empty when there is none.
+  virtual Image getBaseIconImage() const { return {}; }
+  virtual Image image() const;
+  /// Shows `image` at the size of the view. False, with nothing changed, when the view shows no
+  /// images.
+  virtual bool setImage(const Image& image);
+  void setViewFrame(const Rect& frame, bool animated);
+  /// Where the view stands, or will once it has stopped moving.
+  const Rect& viewFrame() const { return viewFrame_; }
+  void noteViewFrameChanged();
+
+  virtual bool representsFileSystemItem() const { return false; }
+  /// Whether the file that it stands for is there; false when it stands for none.
+  virtual bool represenedFileSystemItemExists() const { return false; }
+
+  /// Selection and life in the row. An override calls the base.
+  virtual void wasSelected() { selected_ = true; }
+  virtual void wasDeselected() { selected_ = false; }
+  virtual void tabRowWillBeDisplayed() {}
+  virtual void tabRowWillBeDismissed() {}
+  /// It is about to leave its row for good.
+  virtual void willBeRemovedFromTabBar() {}
+
+ protected:
+  Item(std::shared_ptr<View> view, const std::string& name, const std::string& uniqueID);
+  Item(const Rect& frame, const std::string& name);
+  Item(const Rect& frame, const PropertyList& savedState);
+
+  /// An item of the receiver's own class, made from a saved state.
+  virtual std::shared_ptr<Item> createFromState(const Rect& frame,
+                                                const PropertyList& savedState) const;
+
+ private:
+  std::shared_ptr<View> view_;
+  ItemView* itemView_ = nullptr;
+  Rect viewFrame_;
+  std::string name_, uniqueID_;
+  std::weak_ptr<TabRow> tabRow_;
+  std::any representedObject_;
+  std::int64_t index_ = 0, tag_ = 0;
+  std::int32_t dragability_ = 0;
+  bool selected_ = false, removable_ = false, trashable_ = false, arrangeable_ = false;
+  bool invokable_ = true;
+};
+
+}  // namespace qb

@@ -1,0 +1,76 @@
+// The pointer over the panel, polled while it is up.
+
+#include <cmath>
+
+#include "Platform/Pointer.h"
+#include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/rows/HostView.h"
+#include "Quillbox/rows/TabRow.h"
+#include "QuillboxCommon/views/Window.h"
+
+namespace qb {
+
+Point HostView::mouseLocationInWindow() const {
+  const Point location = quillbox->platform().pointer().mouseLocation();
+  const Window* panel = window();
+  if (panel == nullptr) return location;
+  return {location.x - panel->frame().x(), location.y - panel->frame().y()};
+}
+
+void HostView::monitorMouse() {
+  const Point location = mouseLocationInWindow();
+  if (std::abs(location.x - lastMouseLocation_.x) < mouseMovementThreshold_ &&
+      std::abs(location.y - lastMouseLocation_.y) < mouseMovementThreshold_) {
+    return;
+  }
+  if (mouseMovementThreshold_ == significantMovement) {
+    quillbox->noteMouseHasMovedSignificatly();
+    mouseMovementThreshold_ = anyMovement;
+  }
+  const auto* row = noteMouseMovedTo(location);
+  lastMouseLocation_ = location;
+  noteTabRowUnderMouse(row);
+}
+
+const std::shared_ptr<TabRow>* HostView::noteMouseMovedTo(Point location) {
+  const std::shared_ptr<TabRow>* found = nullptr;
+  for (const auto& row : tabRows_) {
+    const Point inRow = row->convertPointFromView(location, nullptr);
+    if (!contains(row->bounds(), inRow)) continue;
+    found = &row;
+    row->mouseMovedWithinViewFromLocation(row->convertPointFromView(lastMouseLocation_, nullptr),
+                                          inRow);
+  }
+  return found;
+}
+
+void HostView::noteTabRowUnderMouse(const std::shared_ptr<TabRow>* tabRow) {
+  const TabRow* under = tabRow != nullptr ? tabRow->get() : nullptr;
+  if (tabRowUnderMouse_ && under != tabRowUnderMouse_.get()) {
+    tabRowUnderMouse_->mouseExited();
+    tabRowUnderMouse_.reset();
+  }
+  if (under != nullptr && !tabRowUnderMouse_) {
+    tabRowUnderMouse_ = *tabRow;
+    tabRowUnderMouse_->mouseEntered();
+  }
+  if (tabRowUnderMouse_ != activeTabRow_ && activeTabRow_) setActiveTabRow(nullptr, false);
+  if (tabRowUnderMouse_ && tabRowUnderMouse_ != activeTabRow_) {
+    setActiveTabRow(tabRowUnderMouse_, false);
+  }
+}
+
+bool HostView::mouseDownEventIsWithinTabRow(const TappedEvent& event) {
+  Point location = event.unflippedLocation;
+  if (const Window* panel = window()) {
+    location = {location.x - panel->frame().x(), location.y - panel->frame().y()};
+  }
+  const View* hit = hitTest(location);
+  return hit != nullptr && hit != this;
+}
+
+void HostView::mouseUpEventMonitored(const Event& event) {
+  if (const auto row = activeTabRow_) row->mouseUpEventMonitored(event);
+}
+
+}  // namespace qb

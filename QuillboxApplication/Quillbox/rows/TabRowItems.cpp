@@ -1,0 +1,173 @@
+// The row and its provider: making, fetching, presenting and replacing the items.
+
+#include "Quillbox/Item/Item.h"
+#include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/providers/TabRowProvider.h"
+#include "Quillbox/rows/HostView.h"
+#include "Quillbox/rows/ProviderSelector.h"
+#include "Quillbox/rows/TabRow.h"
+#include "QuillboxCommon/RunLoop.h"
+#include "QuillboxCommon/views/Animation.h"
+
+namespace qb {
+
+namespace {
+
+/// The step between the fade-ins of one item and the next.
+constexpr TimeInterval presentationStep = 0.05;
+/// A long row would make a long chain of timers: from here on the items just show.
+constexpr int lastStaggeredItem = 50;
+/// The longest that one rebuild keeps others out.
+constexpr TimeInterval changeGuardDuration = 0.6;
+constexpr TimeInterval rebuildDelay = 0.025;
+constexpr TimeInterval restoreSelectionDelay = 0.025;
+
+}  // namespace
+
+void TabRow::setProvider(std::shared_ptr<TabRowProvider> provider) {
+  source().itemsWillBeDismissed();
+  releaseItems();
+  haveProviderDeleteItems();
+  if (hasActiveStatus_) source().relinquishActiveStatus();
+  source().prepareForDeallocation();
+  hideInstructionalMessage();
+
+  provider_ = std::move(provider);
+  source().setTabRow(sharedFrom(*this));
+  providerSelector_->setProvider(provider_);
+  if (const auto host = hostView()) host->tabRowItemsHaveChanged(*this);
+  arrangeProviderSelector();
+  haveProviderCreateItems();
+  getItems();
+  arrangeItemsWithMaintainScrollOffset(false, false);
+  presentItems(true);
+  if (hasActiveStatus_) source().gainActiveStatus();
+}
+
+std::int64_t TabRow::numberOfItems() {
+  numberOfItems_ = source().numberOfItems();
+  return numberOfItems_;
+}
+
+void TabRow::haveProviderCreateItems() {
+  haveProviderDeleteItems();
+  source().createItemsWithSize(itemSize_);
+  source().assignTabRowToAllItems();
+  itemsHaveBeenCreated_ = true;
+}
+
+void TabRow::haveProviderDeleteItems() {
+  if (!itemsHaveBeenCreated_) return;
+  source().deleteItems();
+  itemsHaveBeenCreated_ = false;
+}
+
+void TabRow::getItems() {
+  releaseItems();
+  for (std::int64_t position = 0; position < numberOfItems_; ++position) {
+    auto item = source().itemForIndex(static_cast<std::uint64_t>(position));
+    if (!item) continue;
+    item->view()->setAlphaValue(0);
+    item->setIndex(position);
+    addSubview(item->view());
+    items_.push_back(std::move(item));
+  }
+  selectionViews_.bringToFront(*this);
+}
+
+void TabRow::releaseItems() {
+  for (const auto& item : items_) item->view()->removeFromSuperview();
+  items_.clear();
+}
+
+void TabRow::presentItems(bool animated) {
+  source().itemsWillBeDisplayed();
+  const auto shown = items_;
+  TimeInterval delay = static_cast<float>(presentationStep);
+  int counter = 0;
+  for (const auto& item : shown) {
+    if (!animated || counter > lastStaggeredItem) {
+      item->view()->setAlphaValue(1);
+    } else {
+      executeBlockAfterDelay(
+          [weakItem = std::weak_ptr<Item>(item)] {
+            if (const auto held = weakItem.lock()) held->view()->animator().setAlphaValue(1);
+          },
+          delay);
+      delay += presentationStep;
+    }
+    ++counter;
+  }
+}
+
+void TabRow::itemsHaveChangedWithMaintainSelection(bool maintainSelection,
+                                                   bool maintainScrollOffset) {
+  if (respondingToChangedItems_) return;
+  respondingToChangedItems_ = true;
+  const std::weak_ptr<TabRow> weakSelf = sharedFrom(*this);
+  executeBlockAfterDelay(
+      [weakSelf] {
+        if (const auto self = weakSelf.lock()) self->respondingToChangedItems_ = false;
+      },
+      changeGuardDuration);
+  executeBlockAfterDelay(
+      [weakSelf, maintainSelection, maintainScrollOffset] {
+        if (const auto self = weakSelf.lock()) {
+          self->rebuildItems(maintainSelection, maintainScrollOffset);
+        }
+      },
+      rebuildDelay);
+}
+
+void TabRow::rebuildItems(bool maintainSelection, bool maintainScrollOffset) {
+  RememberedSelection remembered;
+  if (selectedItem_) {
+    remembered = {selectedItem_->index(), selectedItem_->uniqueID(), selectedItem_->name()};
+  }
+  source().itemsWillBeDismissed();
+  setSelectedItem(nullptr, SelectionMethodProgram);
+  releaseItems();
+  haveProviderDeleteItems();
+  haveProviderCreateItems();
+  if (const auto host = hostView()) host->tabRowItemsHaveChanged(*this);
+  getItems();
+  arrangeItemsWithMaintainScrollOffset(maintainScrollOffset, false);
+  presentItems(false);
+  if (!maintainSelection) return;
+  executeBlockAfterDelay(
+      [weakSelf = std::weak_ptr<TabRow>(sharedFrom(*this)), remembered] {
+        if (const auto self = weakSelf.lock()) self->restoreSelection(remembered);
+      },
+      restoreSelectionDelay);
+}
+
+void TabRow::restoreSelection(const RememberedSelection& remembered) {
+  std::shared_ptr<Item> found;
+  if (!remembered.uniqueID.empty()) {
+    if (Item* item = quillbox->registeredItemWithUniqueID(remembered.uniqueID)) {
+      found = item->shared_from_this();
+    }
+  }
+  if (!found && !remembered.name.empty()) {
+    for (const auto& item : items_) {
+      if (item->name() == remembered.name) found = item;
+    }
+  }
+  if (found) {
+    setSelectedItem(found, SelectionMethodProgram);
+  } else {
+    selectItemAtIndexOrNearest(remembered.index, QuillboxActionNextItem, SelectionMethodKeyboard);
+  }
+  respondingToChangedItems_ = false;
+}
+
+bool TabRow::removeItemFromTabRow(const std::shared_ptr<Item>& item, bool confirmation) {
+  if (!source().removeItemFromTabRow(*item, confirmation)) return false;
+  if (item == selectedItem_) setSelectedItem(nullptr, SelectionMethodProgram);
+  item->willBeRemovedFromTabBar();
+  // Who was asked has looked away from the row; a quick removal goes on with the neighbour.
+  itemsHaveChangedWithMaintainSelection(!confirmation, true);
+  return true;
+}
+
+}  // namespace qb
