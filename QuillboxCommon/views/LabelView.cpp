@@ -1,6 +1,13 @@
 #include "QuillboxCommon/views/LabelView.h"
 
+#include <algorithm>
+
 namespace qb {
+namespace {
+
+bool endsLine(char byte) { return byte == '\n' || byte == '\r'; }
+
+}  // namespace
 
 LabelView::LabelView(const TextMeasurer& measurer, const Rect& frame)
     : RoundedRectangleView(frame), measurer_(measurer) {}
@@ -33,7 +40,10 @@ Rect LabelView::drawnArea() const {
                  Rect::make(left, rect.y(), textSize_.width + shadow, textSize_.height + shadow));
 }
 
-void LabelView::measure() { textSize_ = measurer_.measureText(text_, font_); }
+void LabelView::measure() {
+  textSize_ = measurer_.measureText(text_, font_);
+  textSize_.height *= static_cast<double>(1 + std::count_if(text_.begin(), text_.end(), endsLine));
+}
 
 void LabelView::setText(const std::string& text) {
   if (text == text_) return;

@@ -26,7 +26,7 @@ class LabelView : public RoundedRectangleView {
   void setShadowed(bool shadowed);
   TextAlignment horizontalAlignment() const { return horizontalAlignment_; }
   void setHorizontalAlignment(TextAlignment alignment);
-  /// In points, 0 before the first text or font is set.
+  /// In points, of all lines together; 0 before the first text or font is set.
   double textWidth() const { return textSize_.width; }
   double textHeight() const { return textSize_.height; }
 

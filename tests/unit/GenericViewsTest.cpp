@@ -209,6 +209,12 @@ TEST_F(LabelViewTest, TextAndFontAreMeasured) {
   EXPECT_EQ(label->textWidth(), 0);
 }
 
+TEST_F(LabelViewTest, SeveralLinesAreAsHighAsAllOfThem) {
+  label->setText("one\ntwo\rthree");
+  EXPECT_EQ(label->textHeight(), 42);
+  EXPECT_EQ(label->drawnArea(), Rect::make(0, -6, 100, 42));
+}
+
 TEST_F(LabelViewTest, TheTextStandsInTheMiddleOfTheHeight) {
   label->setRenderBackground(false);
   label->setText("Mail");
