@@ -2,15 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <ostream>
+#include "support/PrintGeometry.h"
 
 namespace qb {
-
-void PrintTo(const Rect& rect, std::ostream* out) {
-  *out << "{" << rect.x() << ", " << rect.y() << ", " << rect.width() << ", " << rect.height()
-       << "}";
-}
-
 namespace {
 
 const Rect unit = Rect::make(0, 0, 10, 10);
