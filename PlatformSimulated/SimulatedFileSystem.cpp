@@ -27,6 +27,7 @@ std::string SimulatedFileSystem::stringByExpandingTildeInPath(const std::string&
 }
 
 bool SimulatedFileSystem::fileExistsAtPath(const std::string& path) const {
+  if (path.empty()) return false;
   if (files_.contains(path) || folders_.contains(path)) return true;
   for (const auto& [file, contents] : files_) {
     if (isBelow(file, path)) return true;
@@ -54,6 +55,10 @@ std::optional<PropertyList> SimulatedFileSystem::dictionaryWithContentsOfFile(
 
 bool SimulatedFileSystem::writeToFile(const PropertyList& dictionary, const std::string& path) {
   if (writesFail_ || !dictionary.isDictionary() || folders_.contains(path)) return false;
+  for (std::string folder = folderOf(path); !folder.empty() && folder != "/";
+       folder = folderOf(folder)) {
+    if (files_.contains(folder)) return false;
+  }
   const auto present = files_.find(path);
   if (present != files_.end() && !dictionaryWithContentsOfFile(path)) {
     std::string aside = path + ".unreadable";

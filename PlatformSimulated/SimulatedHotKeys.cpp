@@ -39,11 +39,11 @@ std::unique_ptr<HotKeys::Registration> SimulatedHotKeys::registerEventHotKey(
     std::uint16_t keyCode, std::uint32_t modifiers, HotKeyID id) {
   if (isRegistered(keyCode, modifiers)) return nullptr;
   if (ownedByAnotherProgram_.contains({keyCode, modifiers})) {
-    log(stringWithFormat("Hot key refused: another program has key code %i with modifiers %@%@%@%@",
-                         keyCode, (modifiers & HotKeyModifierControl) != 0 ? "Control " : "",
-                         (modifiers & HotKeyModifierOption) != 0 ? "Option " : "",
-                         (modifiers & HotKeyModifierShift) != 0 ? "Shift " : "",
-                         (modifiers & HotKeyModifierCommand) != 0 ? "Command " : ""));
+    log(stringWithFormat("Hot key refused: another program has %@%@%@%@key code %i",
+                         (modifiers & HotKeyModifierControl) != 0 ? "Control-" : "",
+                         (modifiers & HotKeyModifierOption) != 0 ? "Option-" : "",
+                         (modifiers & HotKeyModifierShift) != 0 ? "Shift-" : "",
+                         (modifiers & HotKeyModifierCommand) != 0 ? "Command-" : "", keyCode));
     return nullptr;
   }
   const int key = nextKey_++;

@@ -1,0 +1,67 @@
+#include "ContractTest.h"
+#include "Platform/Graphics.h"
+
+namespace qb {
+namespace {
+
+class GraphicsContract : public ContractTest {
+ protected:
+  Size measure(std::string_view text, double size = 14) {
+    return platform_.graphics().measureText(text, Font::systemFontOfSize(size));
+  }
+};
+
+TEST_F(GraphicsContract, MoreTextIsWiderAndNoHigher) {
+  EXPECT_GT(measure("mmmm").width, measure("mm").width);
+  EXPECT_GT(measure("mm").width, 0);
+  EXPECT_EQ(measure("mmmm").height, measure("mm").height);
+}
+
+TEST_F(GraphicsContract, TheEmptyTextHasTheHeightOfALine) {
+  EXPECT_EQ(measure("").width, 0);
+  EXPECT_EQ(measure("").height, measure("m").height);
+  EXPECT_GT(measure("").height, 0);
+}
+
+TEST_F(GraphicsContract, ALargerFontIsWiderAndHigher) {
+  EXPECT_GT(measure("text", 28).width, measure("text", 14).width);
+  EXPECT_GT(measure("text", 28).height, measure("text", 14).height);
+  EXPECT_GE(measure("text", 14).height, 14);
+}
+
+TEST_F(GraphicsContract, SeveralLinesAreAsWideAsTheWidest) {
+  EXPECT_EQ(measure("m\nmmmm\nmm").width, measure("mmmm").width);
+}
+
+TEST_F(GraphicsContract, CharactersAreMeasuredNotBytes) {
+  EXPECT_LT(measure("\xc3\xa9\xc3\xa9").width, measure("eeee").width);
+}
+
+TEST_F(GraphicsContract, TheTrueIconComesOnceThroughUpdateAndIsKept) {
+  int updates = 0;
+  Image icon;
+  const Image generic =
+      platform_.graphics().iconForFile(desktop_->clientPath(), [&](const Image& image) {
+        ++updates;
+        icon = image;
+      });
+  EXPECT_TRUE(generic);
+  EXPECT_EQ(updates, 0);
+  ASSERT_TRUE(waitUntil([&] { return updates > 0; }));
+  EXPECT_TRUE(icon);
+  EXPECT_FALSE(icon.size().width == 0 || icon.size().height == 0);
+  EXPECT_EQ(
+      platform_.graphics().iconForFile(desktop_->clientPath(), [&](const Image&) { ++updates; }),
+      icon);
+  int others = 0;
+  platform_.graphics().iconForFile("/no/such/file", [&](const Image&) { ++others; });
+  EXPECT_TRUE(waitUntil([&] { return others > 0; }));
+  EXPECT_EQ(updates, 1);
+}
+
+TEST_F(GraphicsContract, AnIconNeedsNoReceiver) {
+  EXPECT_TRUE(platform_.graphics().iconForFile(desktop_->clientPath(), nullptr));
+}
+
+}  // namespace
+}  // namespace qb

@@ -1,0 +1,126 @@
+#include <vector>
+
+#include "ContractTest.h"
+#include "Platform/HotKeys.h"
+
+namespace qb {
+namespace {
+
+using ::testing::ElementsAre;
+
+class HotKeysContract : public ContractTest {
+ protected:
+  HotKeysContract() {
+    platform_.hotKeys().installEventHandler([this](const HotKeyID& id) { pressed_.push_back(id); });
+  }
+  std::unique_ptr<HotKeys::Registration> registerTab(std::uint32_t modifiers, HotKeyID id) {
+    return platform_.hotKeys().registerEventHotKey(KeyCodeTab, modifiers, id);
+  }
+
+  const HotKeyID first_{fourCharacterCode("QBt1"), 1};
+  const HotKeyID second_{fourCharacterCode("QBt2"), 2};
+  std::vector<HotKeyID> pressed_;
+};
+
+TEST_F(HotKeysContract, APressComesHereAndNotToTheClient) {
+  const ProcessSerialNumber client = desktop_->startClient();
+  const auto registration = registerTab(HotKeyModifierOption, first_);
+  ASSERT_TRUE(registration);
+  typeKey(KeyCodeTab, {KeyCodeLeftOption});
+  EXPECT_TRUE(waitUntil([&] { return pressed_.size() == 1; }));
+  ASSERT_TRUE(typeMarker(client));
+  EXPECT_THAT(pressed_, ElementsAre(first_));
+  EXPECT_EQ(desktop_->keysReceived(client, KeyCodeTab).keyDowns, 0);
+  EXPECT_EQ(desktop_->keysReceived(client, KeyCodeTab).keyUps, 0);
+}
+
+TEST_F(HotKeysContract, TheModifiersMustBeExactlyThose) {
+  const ProcessSerialNumber client = desktop_->startClient();
+  const auto plain = registerTab(HotKeyModifierOption, first_);
+  const auto shifted = registerTab(HotKeyModifierOption | HotKeyModifierShift, second_);
+  ASSERT_TRUE(plain && shifted);
+  typeKey(KeyCodeTab, {KeyCodeLeftOption, KeyCodeLeftShift});
+  typeKey(KeyCodeTab, {KeyCodeLeftOption, KeyCodeLeftControl});
+  typeKey(KeyCodeTab);
+  ASSERT_TRUE(typeMarker(client));
+  EXPECT_TRUE(waitUntil([&] { return !pressed_.empty(); }));
+  EXPECT_THAT(pressed_, ElementsAre(second_));
+  EXPECT_EQ(keyDowns(client, KeyCodeTab), 2);
+}
+
+TEST_F(HotKeysContract, TheRightHandModifiersServeAsWell) {
+  desktop_->startClient();
+  const auto registration = registerTab(HotKeyModifierCommand, first_);
+  ASSERT_TRUE(registration);
+  typeKey(KeyCodeTab, {KeyCodeRightCommand});
+  EXPECT_TRUE(waitUntil([&] { return pressed_.size() == 1; }));
+}
+
+TEST_F(HotKeysContract, CapsLockDoesNotMatter) {
+  desktop_->startClient();
+  const auto registration = registerTab(HotKeyModifierOption, first_);
+  ASSERT_TRUE(registration);
+  typeKey(KeyCodeCapsLock);
+  typeKey(KeyCodeTab, {KeyCodeLeftOption});
+  EXPECT_TRUE(waitUntil([&] { return pressed_.size() == 1; }));
+  typeKey(KeyCodeCapsLock);
+}
+
+TEST_F(HotKeysContract, AnAutoRepeatComesToo) {
+  desktop_->startClient();
+  const auto registration = registerTab(HotKeyModifierOption, first_);
+  ASSERT_TRUE(registration);
+  desktop_->pressKey(KeyCodeLeftOption);
+  desktop_->pressKey(KeyCodeTab);
+  desktop_->repeatKey(KeyCodeTab);
+  EXPECT_TRUE(waitUntil([&] { return pressed_.size() >= 2; }));
+  desktop_->releaseKey(KeyCodeTab);
+  desktop_->releaseKey(KeyCodeLeftOption);
+}
+
+TEST_F(HotKeysContract, OfTwoRegistrationsOfOneCombinationTheFirstStays) {
+  desktop_->startClient();
+  const auto registration = registerTab(HotKeyModifierOption, first_);
+  ASSERT_TRUE(registration);
+  EXPECT_FALSE(registerTab(HotKeyModifierOption, second_));
+  typeKey(KeyCodeTab, {KeyCodeLeftOption});
+  EXPECT_TRUE(waitUntil([&] { return !pressed_.empty(); }));
+  EXPECT_THAT(pressed_, ElementsAre(first_));
+}
+
+TEST_F(HotKeysContract, ADroppedRegistrationGivesTheKeyBack) {
+  const ProcessSerialNumber client = desktop_->startClient();
+  auto registration = registerTab(HotKeyModifierOption, first_);
+  ASSERT_TRUE(registration);
+  registration.reset();
+  typeKey(KeyCodeTab, {KeyCodeLeftOption});
+  ASSERT_TRUE(typeMarker(client));
+  EXPECT_EQ(keyDowns(client, KeyCodeTab), 1);
+  EXPECT_TRUE(pressed_.empty());
+  EXPECT_TRUE(registerTab(HotKeyModifierOption, second_));
+}
+
+TEST_F(HotKeysContract, AKeyThatTheTapSwallowsIsNoHotKeyPress) {
+  const ProcessSerialNumber client = desktop_->startClient();
+  const auto registration = registerTab(HotKeyModifierOption, first_);
+  ASSERT_TRUE(registration);
+  const TapRules rules{{{KeyCodeTab, EventFlagOption, 0}}, false};
+  ASSERT_TRUE(platform_.eventTap().create([rules](const TappedEvent& event) {
+    return !rules.swallows(event.type, event.keyCode, event.flags);
+  }));
+  platform_.eventTap().addToRunLoop(RunLoopMode::Default);
+  platform_.eventTap().setRules(rules);
+  typeKey(KeyCodeTab, {KeyCodeLeftOption});
+  ASSERT_TRUE(typeMarker(client));
+  EXPECT_TRUE(pressed_.empty());
+  platform_.eventTap().setRules({});
+  typeKey(KeyCodeTab, {KeyCodeLeftOption});
+  EXPECT_TRUE(waitUntil([&] { return pressed_.size() == 1; }));
+}
+
+TEST_F(HotKeysContract, FourCharactersMakeOneValue) {
+  EXPECT_EQ(fourCharacterCode("QB11"), 0x51423131U);
+}
+
+}  // namespace
+}  // namespace qb

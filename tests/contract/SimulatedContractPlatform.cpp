@@ -1,0 +1,102 @@
+#include <algorithm>
+
+#include "ContractPlatform.h"
+#include "PlatformSimulated/SimulatedPlatform.h"
+
+namespace qb {
+
+namespace {
+
+constexpr TimeInterval longestWait = 5;
+constexpr TimeInterval waitStep = 0.01;
+
+class SimulatedContractPlatform : public ContractPlatform {
+ public:
+  SimulatedContractPlatform() {
+    simulated_.workspace().install(client_);
+    simulated_.fileSystem().makeFolder(folder());
+  }
+
+  Platform& platform() override { return simulated_; }
+
+  std::string clientPath() override { return client_.bundlePath; }
+  std::string clientBundleIdentifier() override { return client_.bundleIdentifier; }
+  ProcessSerialNumber startClient() override {
+    const ProcessSerialNumber number = simulated_.processes().launchInFront(client_);
+    simulated_.processes().setWindowFrame(number, windowFrame_);
+    return number;
+  }
+  void stopClient(ProcessSerialNumber client) override { simulated_.processes().terminate(client); }
+  void bringClientToFront(ProcessSerialNumber client) override {
+    simulated_.processes().bringToFront(client);
+  }
+  Rect clientWindowFrame(ProcessSerialNumber) override { return windowFrame_; }
+
+  ClientCounts keysReceived(ProcessSerialNumber client, std::uint16_t keyCode) override {
+    ClientCounts counts;
+    for (const auto& received : simulated_.keyboard().frontApplicationReceived()) {
+      if (received.process != client || received.keyCode != keyCode) continue;
+      ++(received.type == EventTypeKeyDown ? counts.keyDowns : counts.keyUps);
+    }
+    return counts;
+  }
+  int pressesReceived(ProcessSerialNumber client) override {
+    const auto& received = simulated_.pointer().clientReceived();
+    return static_cast<int>(
+        std::count_if(received.begin(), received.end(), [client](const auto& event) {
+          return event.process == client && event.type == EventTypeLeftMouseDown;
+        }));
+  }
+
+  void pressKey(std::uint16_t keyCode) override { simulated_.keyboard().press(keyCode); }
+  void releaseKey(std::uint16_t keyCode) override { simulated_.keyboard().release(keyCode); }
+  void repeatKey(std::uint16_t keyCode) override { simulated_.keyboard().repeat(keyCode); }
+  void movePointer(Point point) override { simulated_.pointer().moveTo(point); }
+  void pressButton(int button) override { simulated_.pointer().press(button); }
+  void releaseButton(int button) override { simulated_.pointer().release(button); }
+  void scrollUp() override { simulated_.pointer().scroll(0, 1); }
+
+  std::string folder() override { return "/home/user/contract"; }
+  void writeRawFile(const std::string& path, const std::string& contents) override {
+    simulated_.fileSystem().putRaw(path, contents);
+  }
+  bool rawFileHas(const std::string& path, const std::string& contents) override {
+    return simulated_.fileSystem().raw(path) == contents;
+  }
+  std::vector<std::string> filesIn(const std::string& folder) override {
+    std::vector<std::string> names;
+    for (const std::string& path : simulated_.fileSystem().paths()) {
+      if (path.rfind('/') == folder.size() && path.starts_with(folder)) {
+        names.push_back(path.substr(folder.size() + 1));
+      }
+    }
+    return names;
+  }
+  void setDiskIsFull(bool full) override { simulated_.fileSystem().setWritesFail(full); }
+
+  bool waitUntil(const std::function<bool()>& done) override {
+    const Moment end = simulated_.runLoopHost().now() + longestWait;
+    while (!done()) {
+      if (simulated_.runLoopHost().now() > end) return false;
+      simulated_.runFor(waitStep);
+      for (SimulatedWindowPeer* window : simulated_.windowServer().visibleWindows()) {
+        simulated_.windowServer().paintDirty(*window);
+      }
+    }
+    return true;
+  }
+
+ private:
+  SimulatedPlatform simulated_;
+  const SimulatedApplication client_{"org.contract.client", "Client",
+                                     "/usr/share/applications/org.contract.client.desktop"};
+  const Rect windowFrame_ = Rect::make(200, 200, 400, 300);
+};
+
+}  // namespace
+
+std::unique_ptr<ContractPlatform> makeContractPlatform() {
+  return std::make_unique<SimulatedContractPlatform>();
+}
+
+}  // namespace qb
