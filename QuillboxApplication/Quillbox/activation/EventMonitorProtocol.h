@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "Platform/EventTap.h"
 
@@ -16,6 +17,11 @@ class EventMonitorProtocol {
     return false;
   }
   virtual bool monitorMouseEvent(const TappedEvent& /*event*/) { return false; }
+
+  /// The keys that `monitorKeyEvent` claims: always these, and no others. Asked when a key monitor
+  /// comes or goes, since the platform decides about a key before anyone can be asked. A monitor
+  /// that claims keys is removed before it goes.
+  virtual std::vector<TapRules::Chord> claimedChords() const { return {}; }
 };
 
 }  // namespace qb

@@ -25,6 +25,8 @@ struct KeyHandler {
   std::string action;
   std::uint16_t keyCode = 0;
   std::unique_ptr<HotKeys::Registration> hotKeyRef;
+  /// It has been removed, and only waits to leave the list.
+  bool removed = false;
 };
 
 }  // namespace qb

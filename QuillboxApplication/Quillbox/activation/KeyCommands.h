@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+
+#include "Quillbox/activation/HotKeyActivation.h"
+#include "QuillboxCommon/views/Event.h"
+
+namespace qb {
+
+class AppDelegate;
+
+/// Turns keys into actions on the panel: those that come as hot keys (or chords of the tap), which
+/// may raise the panel, and those that come as plain key events while it is up.
+class KeyCommands {
+ public:
+  explicit KeyCommands(AppDelegate& appDelegate) : appDelegate_(appDelegate) {}
+  ~KeyCommands();
+  KeyCommands(const KeyCommands&) = delete;
+  KeyCommands& operator=(const KeyCommands&) = delete;
+
+  /// These two do nothing while their setting is off.
+  void processCommandTabWithHotKeyID(std::int32_t hotKeyID);
+  void processOptionTabWithHotKeyID(std::int32_t hotKeyID);
+  void processHotKeyActivation(const HotKeyActivation& activation);
+  /// Whether the key was taken: it always is, but during user interaction.
+  bool keyDown(const Event& event);
+
+ private:
+  void schedule(const HotKeyActivation& activation);
+
+  AppDelegate& appDelegate_;
+};
+
+}  // namespace qb

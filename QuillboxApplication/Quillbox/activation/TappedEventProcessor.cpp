@@ -1,0 +1,111 @@
+#include "Quillbox/activation/TappedEventProcessor.h"
+
+#include <string_view>
+
+#include "Quillbox/activation/ActivationTypes.h"
+#include "Quillbox/activation/AppDelegate.h"
+#include "Quillbox/activation/EventMonitors.h"
+#include "Quillbox/activation/HotKeyIDs.h"
+#include "Quillbox/activation/PanelWindow.h"
+#include "Quillbox/activation/TabChords.h"
+#include "Quillbox/rows/HostView.h"
+#include "QuillboxCommon/RunLoop.h"
+
+namespace qb {
+
+namespace {
+
+constexpr std::string_view dismissalSelector = "dismissDueToMouseDownInOtherApplication";
+/// The height of the strip at the top of the primary screen that belongs to the menu bar.
+constexpr double menuBarHeight = 22;
+/// How long a press on a row may take to reach the panel.
+constexpr TimeInterval timeToReachPanel = 0.1;
+
+}  // namespace
+
+TappedEventProcessor::~TappedEventProcessor() {
+  RunLoop::main().cancelPreviousPerformRequests(this);
+}
+
+bool TappedEventProcessor::tappedEventOccured(const TappedEvent& event) {
+  switch (event.type) {
+    case EventTypeLeftMouseDown:
+    case EventTypeRightMouseDown:
+      return processTappedMouseDownEvent(event);
+    case EventTypeKeyDown:
+    case EventTypeKeyUp:
+      return processTappedKeyEvent(event);
+    default:
+      return true;
+  }
+}
+
+bool TappedEventProcessor::processTappedKeyEvent(const TappedEvent& event) {
+  if (appDelegate_.userInteractionLevel() > 0) return true;
+  const bool claimed = appDelegate_.eventMonitors().monitorKeyEvent(event);
+  if (event.keyCode == KeyCodeTab && takesTab(event)) return false;
+  if (appDelegate_.state() == ActivationStateActive && event.type == EventTypeKeyDown) {
+    Event key;
+    key.type = EventTypeKeyDown;
+    key.flags = event.flags;
+    key.keyCode = event.keyCode;
+    RunLoop::main().performAfterDelay(this, "keyDown:", 0,
+                                      [this, key] { appDelegate_.keyDown(key); });
+    return false;
+  }
+  return !claimed;
+}
+
+bool TappedEventProcessor::takesTab(const TappedEvent& event) {
+  const Settings& settings = appDelegate_.settings();
+  const bool isDown = event.type == EventTypeKeyDown;
+  RunLoop& loop = RunLoop::main();
+  if (settings.applicationActivatesOnOptionTab() && isChord(optionShiftTabChord, event)) {
+    if (isDown) {
+      loop.performAfterDelay(this, "processOptionTabWithHotKeyID:", 0, [this] {
+        appDelegate_.processOptionTabWithHotKeyID(HotKeyPreviousItem);
+      });
+    }
+    return true;
+  }
+  if (!settings.applicationActivatesOnCommandTab()) return false;
+  const bool forward = isChord(commandTabChord, event);
+  if (!forward && !isChord(commandShiftTabChord, event)) return false;
+  if (isDown) {
+    const std::int32_t hotKeyID = forward ? HotKeyNextItem : HotKeyPreviousItem;
+    loop.performAfterDelay(this, "processCommandTabWithHotKeyID:", 0, [this, hotKeyID] {
+      appDelegate_.processCommandTabWithHotKeyID(hotKeyID);
+    });
+  }
+  return true;
+}
+
+bool TappedEventProcessor::processTappedMouseDownEvent(const TappedEvent& event) {
+  if (appDelegate_.eventMonitors().monitorMouseEvent(event)) return false;
+  if (appDelegate_.userInteractionLevel() > 0 || appDelegate_.state() != ActivationStateActive ||
+      appDelegate_.popUpMenuIsBeingDisplayed()) {
+    return true;
+  }
+  const Point location = event.location;
+  const bool isInMenuBar =
+      contains(appDelegate_.panelWindow().notedPrimaryScreenFrame(), location) && location.y >= 0 &&
+      location.y <= menuBarHeight;
+  if (isInMenuBar || !appDelegate_.hostView()->mouseDownEventIsWithinTabRow(event)) {
+    scheduleDismissal(0);
+    return false;
+  }
+  scheduleDismissal(timeToReachPanel);
+  return true;
+}
+
+void TappedEventProcessor::scheduleDismissal(double delay) {
+  RunLoop::main().performAfterDelay(this, dismissalSelector, delay, [this] {
+    appDelegate_.dismissDueToMouseDownInOtherApplication();
+  });
+}
+
+void TappedEventProcessor::cancelDismissalDueToMouseDown() {
+  RunLoop::main().cancelPreviousPerformRequests(this, dismissalSelector);
+}
+
+}  // namespace qb

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "QuillboxCommon/RunLoop.h"
+
+namespace qb {
+
+class AppDelegate;
+
+/// Looks after the tap once a second, in menus and under alerts too: makes it anew when access has
+/// been granted or it is no longer served everywhere, and enables it when it has been disabled.
+/// While all is well it rests until the platform tells of a change.
+class UtilityTimer {
+ public:
+  explicit UtilityTimer(AppDelegate& appDelegate) : appDelegate_(appDelegate) {}
+  ~UtilityTimer();
+  UtilityTimer(const UtilityTimer&) = delete;
+  UtilityTimer& operator=(const UtilityTimer&) = delete;
+
+  void installUtilityTimer();
+  void cancelUtilityTimer();
+  void utilityTimer();
+
+ private:
+  void tick(RunLoopTimer& timer);
+  bool hasNothingToDo() const;
+  std::uint64_t changes() const;
+
+  enum class LastAccess : std::int8_t { Unknown = -1, None = 0, Granted = 1 };
+
+  AppDelegate& appDelegate_;
+  std::shared_ptr<RunLoopTimer> timer_;
+  LastAccess lastAccess_ = LastAccess::Unknown;
+};
+
+}  // namespace qb
