@@ -76,7 +76,8 @@ class SimulatedWindowPeer : public WindowPeer {
 };
 
 /// The windows of this process. While one of them is key this process is the front one; when the
-/// key window goes, the window that was key before it is key again.
+/// key window goes, the window that was key before it is key again. Nothing is painted but by
+/// `paint` and `paintDirty`.
 class SimulatedWindowServer : public WindowServer {
  public:
   explicit SimulatedWindowServer(SimulatedProcesses& processes);

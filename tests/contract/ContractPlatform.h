@@ -45,6 +45,10 @@ class ContractPlatform {
   /// How many presses of the left button an instance has got so far.
   virtual int pressesReceived(ProcessSerialNumber client) = 0;
 
+  /// Another program takes a combination of `HotKeyModifier` bits for itself, for as long as the
+  /// desktop lives.
+  virtual void takeHotKeyElsewhere(std::uint16_t keyCode, std::uint32_t modifiers) = 0;
+
   // Hands on the keyboard and the pointer. Buttons are 0 left, 1 right.
   virtual void pressKey(std::uint16_t keyCode) = 0;
   virtual void releaseKey(std::uint16_t keyCode) = 0;

@@ -2,6 +2,7 @@
 
 #include "ContractTest.h"
 #include "Platform/HotKeys.h"
+#include "QuillboxCommon/Log.h"
 
 namespace qb {
 namespace {
@@ -98,6 +99,24 @@ TEST_F(HotKeysContract, ADroppedRegistrationGivesTheKeyBack) {
   EXPECT_EQ(keyDowns(client, KeyCodeTab), 1);
   EXPECT_TRUE(pressed_.empty());
   EXPECT_TRUE(registerTab(HotKeyModifierOption, second_));
+}
+
+TEST_F(HotKeysContract, ACombinationOfAnotherProgramIsRefusedAndLogged) {
+  struct CountingSink : LogSink {
+    CountingSink() : previous(logSink()) { setLogSink(this); }
+    ~CountingSink() override { setLogSink(previous); }
+    void write(std::string_view) override { ++entries; }
+    bool standardErrorIsTerminal() const override { return false; }
+    LogSink* previous;
+    int entries = 0;
+  };
+  desktop_->takeHotKeyElsewhere(KeyCodeTab, HotKeyModifierOption);
+  const CountingSink sink;
+  EXPECT_FALSE(registerTab(HotKeyModifierOption, first_));
+  EXPECT_EQ(sink.entries, 1);
+  const auto other = registerTab(HotKeyModifierOption | HotKeyModifierShift, second_);
+  EXPECT_TRUE(other);
+  EXPECT_EQ(sink.entries, 1);
 }
 
 TEST_F(HotKeysContract, AKeyThatTheTapSwallowsIsNoHotKeyPress) {

@@ -74,7 +74,9 @@ TEST_F(KeyboardContract, ModifierFlagsAreThoseOfTheKeysThatAreDown) {
       {KeyCodeLeftControl, EventFlagControl}, {KeyCodeRightControl, EventFlagControl},
   };
   constexpr EventFlags all = EventFlagCommand | EventFlagOption | EventFlagShift | EventFlagControl;
-  for (const auto& [keyCode, flag] : cases) {
+  for (const auto& each : cases) {
+    const std::uint16_t keyCode = each.keyCode;
+    const EventFlags flag = each.flag;
     desktop_->pressKey(keyCode);
     EXPECT_TRUE(waitUntil([&] { return (keyboard().modifierFlags() & all) == flag; })) << keyCode;
     desktop_->releaseKey(keyCode);

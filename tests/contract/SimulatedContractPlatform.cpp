@@ -48,6 +48,10 @@ class SimulatedContractPlatform : public ContractPlatform {
         }));
   }
 
+  void takeHotKeyElsewhere(std::uint16_t keyCode, std::uint32_t modifiers) override {
+    simulated_.hotKeys().setOwnedByAnotherProgram(keyCode, modifiers);
+  }
+
   void pressKey(std::uint16_t keyCode) override { simulated_.keyboard().press(keyCode); }
   void releaseKey(std::uint16_t keyCode) override { simulated_.keyboard().release(keyCode); }
   void repeatKey(std::uint16_t keyCode) override { simulated_.keyboard().repeat(keyCode); }
