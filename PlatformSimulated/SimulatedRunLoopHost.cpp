@@ -35,6 +35,8 @@ void SimulatedRunLoopHost::runFor(TimeInterval seconds) {
     now_ = std::max(now_, next);
   }
   now_ = std::max(now_, end);
+  // The loop has then served this moment too: what is signalled from here on comes after its ticks.
+  RunLoop::main().service();
 }
 
 void SimulatedRunLoopHost::runUntil(const std::function<bool()>& done) {
