@@ -1,0 +1,125 @@
+#include "PlatformDesktop/graphics/DesktopGraphics.h"
+
+#include <QFile>
+#include <QFontMetricsF>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "PlatformDesktop/graphics/QtConversions.h"
+#include "PlatformDesktop/graphics/TextCache.h"
+
+namespace qb {
+
+namespace {
+
+/// Icons are natural at this size, as large as most are ever drawn.
+constexpr double iconEdge = 128;
+/// The largest item of a row takes so many points.
+constexpr double largestIconEdge = 192;
+constexpr Size iconSize{iconEdge, iconEdge};
+
+/// A picture that is compiled into the program.
+std::shared_ptr<const PixelImage> resourceImage(const QString& file, double scale) {
+  QFile resource(file);
+  if (!resource.open(QIODevice::ReadOnly)) return nullptr;
+  const QByteArray svg = resource.readAll();
+  const QSize points = sizeOfSvg(svg);
+  // Twice the pixels that it needs at its own size, for use at larger ones.
+  const QImage image = renderSvg(svg, points * (2 * scale));
+  if (image.isNull()) return nullptr;
+  return std::make_shared<const PixelImage>(
+      image, Size{static_cast<double>(points.width()), static_cast<double>(points.height())});
+}
+
+/// Icons fill a square; others stand in the middle of one.
+QImage inSquare(const QImage& image) {
+  if (image.width() == image.height()) return image;
+  const int edge = std::max(image.width(), image.height());
+  QImage square(edge, edge, QImage::Format_ARGB32_Premultiplied);
+  square.fill(Qt::transparent);
+  QPainter painter(&square);
+  painter.drawImage((edge - image.width()) / 2, (edge - image.height()) / 2, image);
+  return square;
+}
+
+}  // namespace
+
+DesktopGraphics::DesktopGraphics(RunLoopHost& host, std::shared_ptr<IconSource> icons, double scale)
+    : host_(host), icons_(std::move(icons)), scale_(scale) {}
+
+DesktopGraphics::~DesktopGraphics() = default;
+
+Size DesktopGraphics::measureText(std::string_view text, const Font& font) const {
+  const QFontMetricsF metrics(qtFont(font));
+  double width = 0;
+  for (const std::string_view line : linesOfText(text)) {
+    width = std::max(width, metrics.horizontalAdvance(qtString(line)));
+  }
+  return {std::ceil(width), std::ceil(metrics.height())};
+}
+
+Image DesktopGraphics::imageNamed(const std::string& name) {
+  const auto [known, isNew] = named_.try_emplace(name);
+  if (isNew) {
+    known->second = Image(resourceImage(":/quillbox/images/" + qtString(name) + ".svg", scale_));
+  }
+  return known->second;
+}
+
+Image DesktopGraphics::iconForFile(const std::string& path,
+                                   std::function<void(const Image&)> update) {
+  IconRecord& record = records_[path];
+  if (record.known) return record.image;
+  if (!record.image) record.image = genericIcon(path);
+  if (update) record.waiting.push_back(std::move(update));
+  if (!record.loading) {
+    record.loading = true;
+    load(path);
+  }
+  return record.image;
+}
+
+Image DesktopGraphics::genericIcon(const std::string& path) {
+  const bool application = path.ends_with(".desktop");
+  Image icon = imageNamed(application ? "GenericApplication" : "GenericDocument");
+  icon.setSize(iconSize);
+  return icon;
+}
+
+void DesktopGraphics::load(const std::string& path) {
+  const int pixels = static_cast<int>(std::lround(largestIconEdge * scale_));
+  const auto deliver = [this, alive = std::weak_ptr<const bool>(lifeSign_),
+                        path](std::shared_ptr<const PixelImage> icon) {
+    executeBlockAfterDelay(
+        [this, alive, path, icon = std::move(icon)] {
+          if (alive.lock()) loaded(path, icon);
+        },
+        0);
+  };
+  host_.runInBackground([icons = icons_, path, pixels, deliver] {
+    QImage image = icons->icon(path, pixels);
+    if (std::max(image.width(), image.height()) > pixels) {
+      image = image.scaled(pixels, pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    }
+    deliver(image.isNull() ? nullptr
+                           : std::make_shared<const PixelImage>(inSquare(image), iconSize));
+  });
+}
+
+void DesktopGraphics::loaded(const std::string& path, std::shared_ptr<const PixelImage> icon) {
+  IconRecord& record = records_[path];
+  record.loading = false;
+  record.known = true;
+  if (icon) record.image = Image(std::move(icon));
+  const auto waiting = std::exchange(record.waiting, {});
+  const Image image = record.image;
+  for (const auto& update : waiting) update(image);
+}
+
+void DesktopGraphics::forgetIcons() {
+  for (auto& [path, record] : records_) record.known = false;
+}
+
+}  // namespace qb

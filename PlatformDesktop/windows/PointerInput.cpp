@@ -1,0 +1,54 @@
+#include "PlatformDesktop/windows/PointerInput.h"
+
+#include <QGuiApplication>
+#include <QStyleHints>
+#include <cmath>
+
+namespace qb {
+
+namespace {
+
+bool isPress(EventType type) {
+  return type == EventTypeLeftMouseDown || type == EventTypeRightMouseDown;
+}
+
+bool isTapped(EventType type) { return isPress(type) || type == EventTypeScrollWheel; }
+
+}  // namespace
+
+std::optional<Event> PointerInput::process(const PixelEvent& event) {
+  if (userTimeObserver_ && isPress(event.type) && event.time != 0) userTimeObserver_(event.time);
+  const DisplayMap& map = displays_.map();
+  const Point location = map.pointForPixel(event.x, event.y);
+  if (isTapped(event.type) && tap_) {
+    const TappedEvent tapped{.type = event.type,
+                             .flags = event.flags,
+                             .location = map.flipped(location),
+                             .unflippedLocation = location};
+    if (!tap_(tapped)) return std::nullopt;
+  }
+  Event result;
+  result.type = event.type;
+  result.flags = event.flags;
+  result.location = location;
+  result.deltaX = event.deltaX;
+  result.deltaY = event.deltaY;
+  result.clickCount = event.type == EventTypeScrollWheel ? 0 : countClick(event);
+  return result;
+}
+
+int PointerInput::countClick(const PixelEvent& event) {
+  if (!isPress(event.type)) return clicks_;
+  const QStyleHints& hints = *QGuiApplication::styleHints();
+  const double distance =
+      std::max(std::abs(event.x - lastPress_.x), std::abs(event.y - lastPress_.y));
+  const bool again = clicks_ > 0 && event.type == lastPress_.type &&
+                     distance <= hints.mouseDoubleClickDistance() &&
+                     event.time - lastPress_.time <=
+                         static_cast<std::uint32_t>(hints.mouseDoubleClickInterval());
+  clicks_ = again ? clicks_ + 1 : 1;
+  lastPress_ = event;
+  return clicks_;
+}
+
+}  // namespace qb
