@@ -15,6 +15,11 @@ class FileSystem {
   virtual std::string stringByExpandingTildeInPath(const std::string& path) const = 0;
   virtual bool fileExistsAtPath(const std::string& path) const = 0;
   virtual bool removeItemAtPath(const std::string& path) = 0;
+  /// Makes the folder and those on the way to it. True when it is there afterwards.
+  virtual bool createDirectoryAtPath(const std::string& path) = 0;
+  /// The user's folder for what programs keep between their runs; made when it is missing. On this
+  /// desktop the XDG data home.
+  virtual std::string applicationSupportDirectory() = 0;
 
   /// Reads a property list, XML or binary, whose root is a dictionary. None when the file is
   /// missing or is anything else; the file is left as it is.

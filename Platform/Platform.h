@@ -5,6 +5,7 @@
 namespace qb {
 
 class Accessibility;
+class Dialogs;
 class Displays;
 class EventTap;
 class FileSystem;
@@ -13,6 +14,7 @@ class HotKeys;
 class Keyboard;
 class Pointer;
 class Processes;
+class UserNotifications;
 class WindowServer;
 class Workspace;
 
@@ -23,6 +25,7 @@ class Platform {
   virtual ~Platform() = default;
   virtual RunLoopHost& runLoopHost() = 0;
   virtual Accessibility& accessibility() = 0;
+  virtual Dialogs& dialogs() = 0;
   virtual Displays& displays() = 0;
   virtual EventTap& eventTap() = 0;
   virtual FileSystem& fileSystem() = 0;
@@ -31,6 +34,7 @@ class Platform {
   virtual Keyboard& keyboard() = 0;
   virtual Pointer& pointer() = 0;
   virtual Processes& processes() = 0;
+  virtual UserNotifications& userNotifications() = 0;
   virtual WindowServer& windowServer() = 0;
   virtual Workspace& workspace() = 0;
 };

@@ -46,6 +46,21 @@ bool SimulatedFileSystem::removeItemAtPath(const std::string& path) {
   return true;
 }
 
+bool SimulatedFileSystem::createDirectoryAtPath(const std::string& path) {
+  if (writesFail_ || path.empty()) return false;
+  for (std::string folder = path; !folder.empty() && folder != "/"; folder = folderOf(folder)) {
+    if (files_.contains(folder)) return false;
+  }
+  makeFolder(path);
+  return true;
+}
+
+std::string SimulatedFileSystem::applicationSupportDirectory() {
+  const std::string path = std::string(home) + "/.local/share";
+  createDirectoryAtPath(path);
+  return path;
+}
+
 std::optional<PropertyList> SimulatedFileSystem::dictionaryWithContentsOfFile(
     const std::string& path) const {
   auto contents = propertyList(path);

@@ -19,6 +19,9 @@ class SimulatedFileSystem : public FileSystem {
   bool fileExistsAtPath(const std::string& path) const override;
   /// Takes a folder with all that is in it.
   bool removeItemAtPath(const std::string& path) override;
+  bool createDirectoryAtPath(const std::string& path) override;
+  /// "/home/user/.local/share".
+  std::string applicationSupportDirectory() override;
   std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) const override;
   bool writeToFile(const PropertyList& dictionary, const std::string& path) override;
 

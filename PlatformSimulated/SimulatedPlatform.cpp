@@ -4,8 +4,10 @@ namespace qb {
 
 SimulatedPlatform::SimulatedPlatform()
     : runLoop_(std::make_unique<RunLoop>(runLoopHost_)),
+      dialogs_(runLoopHost_),
       eventTap_(accessibility_, *runLoop_),
       graphics_(runLoopHost_),
+      userNotifications_(processes_),
       workspace_(processes_, runLoopHost_),
       windowServer_(processes_),
       keyboard_({displays_, eventTap_, hotKeys_, processes_, windowServer_}),

@@ -6,6 +6,7 @@
 
 #include "Platform/Platform.h"
 #include "PlatformSimulated/SimulatedAccessibility.h"
+#include "PlatformSimulated/SimulatedDialogs.h"
 #include "PlatformSimulated/SimulatedDisplays.h"
 #include "PlatformSimulated/SimulatedEventTap.h"
 #include "PlatformSimulated/SimulatedFileSystem.h"
@@ -16,6 +17,7 @@
 #include "PlatformSimulated/SimulatedPointer.h"
 #include "PlatformSimulated/SimulatedProcesses.h"
 #include "PlatformSimulated/SimulatedRunLoopHost.h"
+#include "PlatformSimulated/SimulatedUserNotifications.h"
 #include "PlatformSimulated/SimulatedWindowServer.h"
 #include "PlatformSimulated/SimulatedWorkspace.h"
 
@@ -39,6 +41,7 @@ class SimulatedPlatform : public Platform {
 
   SimulatedRunLoopHost& runLoopHost() override { return runLoopHost_; }
   SimulatedAccessibility& accessibility() override { return accessibility_; }
+  SimulatedDialogs& dialogs() override { return dialogs_; }
   SimulatedDisplays& displays() override { return displays_; }
   SimulatedEventTap& eventTap() override { return eventTap_; }
   SimulatedFileSystem& fileSystem() override { return fileSystem_; }
@@ -47,6 +50,7 @@ class SimulatedPlatform : public Platform {
   SimulatedKeyboard& keyboard() override { return keyboard_; }
   SimulatedPointer& pointer() override { return pointer_; }
   SimulatedProcesses& processes() override { return processes_; }
+  SimulatedUserNotifications& userNotifications() override { return userNotifications_; }
   SimulatedWindowServer& windowServer() override { return windowServer_; }
   SimulatedWorkspace& workspace() override { return workspace_; }
 
@@ -71,12 +75,14 @@ class SimulatedPlatform : public Platform {
   /// Goes first: what its work holds may still need the rest.
   std::unique_ptr<RunLoop> runLoop_;
   SimulatedAccessibility accessibility_;
+  SimulatedDialogs dialogs_;
   SimulatedDisplays displays_;
   SimulatedEventTap eventTap_;
   SimulatedFileSystem fileSystem_;
   SimulatedGraphics graphics_;
   SimulatedHotKeys hotKeys_;
   SimulatedProcesses processes_;
+  SimulatedUserNotifications userNotifications_;
   SimulatedWorkspace workspace_;
   SimulatedWindowServer windowServer_;
   SimulatedKeyboard keyboard_;
