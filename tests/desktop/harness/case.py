@@ -1,0 +1,94 @@
+"""The base of all desktop tests."""
+
+import unittest
+
+from .desktop import Desktop, three_applications
+from .panel import Panel
+
+
+class DesktopTestCase(unittest.TestCase):
+    """A display with a window manager and three applications, of which Gamma is in front, and the
+    program on top of them. What the program has logged is told when a test fails."""
+
+    size = (1280, 800)
+    server_options = ()
+    settings = None  # Written before the start, unless None.
+    variables = {}  # For the program's environment.
+    starts_program = True
+
+    def setUp(self):
+        self.desktop = Desktop(self.size, self.server_options)
+        self.addCleanup(self.desktop.end)
+        self.addCleanup(self._tell_log)
+        self.desktop.open_eyes()
+        self.probe = self.desktop.probe
+        self.start_window_manager()
+        self.start_applications()
+        if self.settings is not None:
+            self.desktop.write_settings(self.settings)
+        if self.starts_program:
+            self.start_program()
+
+    def start_window_manager(self):
+        self.desktop.start_window_manager()
+
+    def start_applications(self):
+        self.applications = three_applications()
+        self.alpha, self.beta, self.gamma = self.applications
+        for application in self.applications:
+            application.start(self.desktop)
+
+    def start_program(self):
+        self.program = self.desktop.start_program(**self.variables)
+        self.assertTrue(self.desktop.wait_until_ready(), "the program does not get ready")
+        scale = int(self.variables.get("QT_SCALE_FACTOR", 1))
+        self.panel = Panel(self.probe, self.probe.size(), len(self.probe.clients()), scale)
+
+    def _tell_log(self):
+        result = self._outcome.result
+        problems = result.failures + result.errors
+        failed = any(test.id().startswith(self.id()) for test, _ in problems)
+        if failed and self.desktop.program:
+            print(f"\n--- the program's log in {self.id()}\n{self.desktop.program.output}\n---")
+
+    # What many tests say.
+
+    def assert_active(self, name):
+        self.assertTrue(
+            self.probe.wait_active(name), f"{name} is not in front, but {self.probe.active()}"
+        )
+
+    def super_tab(self):
+        """Super down, Tab, Super up, as quick as it goes."""
+        self.probe.tap("Super_L", "Tab")
+
+    def open_panel(self, modifier="Super_L"):
+        """Holds the modifier, presses Tab, and waits until the panel shows. The modifier stays
+        down: `probe.up` ends it."""
+        self.panel.remember_hidden()
+        self.probe.down(modifier)
+        self.probe.tap("Tab")
+        self.assert_panel_shows()
+
+    def assert_panel_shows(self):
+        self.assertTrue(self.panel.wait_shown(), "the panel does not show")
+
+    def assert_panel_gone(self):
+        self.assertTrue(self.panel.wait_hidden(), "the panel does not go away")
+
+    def assert_keys_reach(self, application):
+        """A key that is pressed now arrives there: nobody else holds the keyboard."""
+        start = len(application.events)
+        self.probe.tap("m")
+        self.assertTrue(application.receives("press m", start), "a key does not reach the client")
+
+    def assert_order(self, *names):
+        """The order of the row, as the icons on the visible panel show it."""
+        colours = {application.colour: application.name for application in self.applications}
+        for index, name in enumerate(names):
+            application = next(one for one in self.applications if one.name == name)
+            self.assertTrue(
+                self.probe.wait_pixel(self.panel.icon(index), application.colour),
+                f"{name} is not at place {index}, but "
+                f"{colours.get(self.probe.pixel(self.panel.icon(index)))}",
+            )

@@ -1,0 +1,51 @@
+#!/usr/bin/env python3
+"""Runs the desktop tests and closes with "N passed, N failed".
+
+    tests/desktop/run.py [-k PATTERN]...     QUILLBOX_PROGRAM and QUILLBOX_TEST_TOOLS tell where the
+                                             program and the probes have been built
+"""
+
+import argparse
+import pathlib
+import sys
+import time
+import unittest
+
+HERE = pathlib.Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE))
+
+
+class Result(unittest.TextTestResult):
+    """Names each test with its time, as it ends."""
+
+    def startTest(self, test):
+        self._started = time.monotonic()
+        super().startTest(test)
+
+    def stopTest(self, test):
+        super().stopTest(test)
+        self.stream.write(f"  {time.monotonic() - self._started:.1f} s\n")
+        self.stream.flush()
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("-k", dest="patterns", action="append", default=[])
+    arguments = parser.parse_args()
+    loader = unittest.TestLoader()
+    if arguments.patterns:
+        loader.testNamePatterns = [
+            pattern if "*" in pattern else f"*{pattern}*" for pattern in arguments.patterns
+        ]
+    suite = loader.discover(str(HERE), top_level_dir=str(HERE))
+    runner = unittest.TextTestRunner(stream=sys.stdout, verbosity=2, resultclass=Result)
+    result = runner.run(suite)
+    failed = len({id(test) for test, _ in result.failures + result.errors})
+    failed += len(result.unexpectedSuccesses)
+    passed = result.testsRun - failed - len(result.skipped)
+    print(f"{passed} passed, {failed} failed")
+    return 0 if result.wasSuccessful() and passed else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,148 @@
+"""The other ways to raise the panel: Alt-Tab, screen corners, the double tap of Super."""
+
+import time
+import unittest
+
+from harness.case import DesktopTestCase
+
+# A tap as a hand makes it: long enough to be seen by a look at the keyboard every 0.05 second.
+TAP_SECONDS = 0.12
+
+
+class AltTab(DesktopTestCase):
+    def test_tap_switches_and_the_next_tap_back(self):
+        self.probe.tap("Alt_L", "Tab")
+        self.assert_active("Alpha")
+        self.probe.tap("Alt_L", "Tab")
+        self.assert_active("Gamma")
+
+    def test_holding_shows_the_panel(self):
+        self.open_panel("Alt_L")
+        self.assert_order("Gamma", "Alpha", "Beta")
+        self.probe.tap("Tab")
+        self.probe.up("Alt_L")
+        self.assert_active("Beta")
+        self.assert_panel_gone()
+
+    def test_shift_steps_backward(self):
+        with self.probe.holding("Alt_L", "Shift_L"):
+            self.probe.tap("Tab")
+        self.assert_active("Beta")
+
+    def test_escape_ends_it_without_a_switch(self):
+        self.open_panel("Alt_L")
+        self.probe.tap("Escape")
+        self.assert_panel_gone()
+        self.probe.up("Alt_L")
+        self.assert_keys_reach(self.gamma)
+
+
+class AltTabOff(DesktopTestCase):
+    settings = {"ActivatesOnOptionTab": False}
+
+    def test_chord_passes_on_to_the_application(self):
+        self.probe.tap("Alt_L", "Tab")
+        self.assertTrue(self.gamma.receives("press Tab"))
+        self.super_tab()
+        self.assert_active("Alpha")
+
+
+class SuperTabOff(DesktopTestCase):
+    settings = {"ActivatesOnCommandTab": False}
+
+    def test_chord_passes_on_to_the_application(self):
+        self.probe.tap("Super_L", "Tab")
+        self.assertTrue(self.gamma.receives("press Tab"))
+        self.probe.tap("Alt_L", "Tab")
+        self.assert_active("Alpha")
+
+
+class AltTabOfTheWindowManager(DesktopTestCase):
+    def start_window_manager(self):
+        self.desktop.start_window_manager(configuration=None)
+
+    def test_log_names_the_chord_that_another_program_holds(self):
+        self.assertRegex(self.program.output, r"(?i)(alt|option)[-+]tab\b.*held")
+
+    def test_super_tab_works_all_the_same(self):
+        self.super_tab()
+        self.assert_active("Alpha")
+
+
+class Corner(DesktopTestCase):
+    settings = {"ActivatesViaTopLeftCorner": True}
+
+    def test_corner_raises_the_panel_and_return_invokes(self):
+        self.probe.move((640, 300))
+        self.panel.remember_hidden()
+        self.probe.move((0, 0))
+        self.assert_panel_shows()
+        self.probe.tap("Tab")
+        self.probe.tap("Tab")
+        self.probe.tap("Return")
+        self.assert_active("Alpha")
+        self.assert_panel_gone()
+
+    def test_pointer_back_in_the_corner_ends_it(self):
+        self.probe.move((640, 300))
+        self.panel.remember_hidden()
+        self.probe.move((0, 0))
+        self.assert_panel_shows()
+        self.probe.remember("unselected", self.panel.halo(2))
+        self.probe.move(self.panel.icon(2))
+        self.assertTrue(self.probe.wait_change("unselected"), "the pointer does not select")
+        # The pointer has been seen away from the corner by the rows; the corner looks four times
+        # a second, so it is given one look more.
+        time.sleep(0.3)
+        self.probe.move((0, 0))
+        self.assert_panel_gone()
+        self.assert_keys_reach(self.gamma)
+
+    def test_other_corners_do_nothing(self):
+        self.probe.move((640, 300))
+        width, height = self.probe.size()
+        with self.probe.watching(self.panel.row) as seen:
+            for corner in ((width - 1, 0), (0, height - 1), (width - 1, height - 1)):
+                self.probe.move(corner)
+                time.sleep(0.3)  # One look of the corner's.
+        self.assertEqual(seen[0], 0)
+
+
+class DoubleTap(DesktopTestCase):
+    settings = {"ActivatesOnCommandKeyDoubleTap": True}
+
+    def tap_super(self):
+        self.probe.down("Super_L")
+        time.sleep(TAP_SECONDS)
+        self.probe.up("Super_L")
+        time.sleep(TAP_SECONDS)
+
+    def test_double_tap_raises_the_panel_and_escape_ends_it(self):
+        self.panel.remember_hidden()
+        self.tap_super()
+        self.tap_super()
+        self.assert_panel_shows()
+        self.probe.tap("Escape")
+        self.assert_panel_gone()
+        self.assert_keys_reach(self.gamma)
+
+    def test_fresh_press_of_super_ends_it(self):
+        self.panel.remember_hidden()
+        self.tap_super()
+        self.tap_super()
+        self.assert_panel_shows()
+        self.tap_super()
+        self.assert_panel_gone()
+        self.assert_keys_reach(self.gamma)
+
+    def test_key_between_the_taps_spoils_it(self):
+        with self.probe.watching(self.panel.row) as seen:
+            self.tap_super()
+            self.assert_keys_reach(self.gamma)
+            self.tap_super()
+            time.sleep(TAP_SECONDS)
+        self.assertEqual(seen[0], 0)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,166 @@
+"""What happens to the desktop when something goes wrong, and on desktops of other kinds."""
+
+import unittest
+
+from harness import PROGRAM
+from harness.case import DesktopTestCase
+from harness.desktop import Desktop
+
+
+class Endings(DesktopTestCase):
+    def test_killed_with_the_panel_up_it_leaves_no_grab_behind(self):
+        self.open_panel()
+        self.program.kill()
+        self.assertTrue(self.probe.wait_input_free())
+        self.probe.up("Super_L")
+        self.assert_panel_gone()
+        self.assert_keys_reach(self.gamma)
+        self.assertFalse(self.probe.chord_is_taken("super", "Tab"))
+        self.assertFalse(self.probe.chord_is_taken("alt", "Tab"))
+
+    def test_termination_is_orderly(self):
+        self.program.terminate()
+        self.assertEqual(self.program.wait(), 0)
+        self.assertTrue(self.probe.wait_input_free())
+        self.assertFalse(self.probe.chord_is_taken("super", "Tab"))
+
+    def test_second_instance_says_so_and_leaves_the_first_alone(self):
+        second = self.desktop.start([PROGRAM])
+        self.assertEqual(second.wait(), 3)
+        self.assertRegex(second.output, r"(?i)already")
+        self.super_tab()
+        self.assert_active("Alpha")
+
+
+class Surroundings(DesktopTestCase):
+    starts_program = False
+
+    def test_without_a_display_it_says_so(self):
+        program = self.desktop.start([PROGRAM], DISPLAY=":4711")
+        self.assertEqual(program.wait(), 2)
+        self.assertIn("4711", program.output)
+
+    def test_takes_no_arguments(self):
+        program = self.desktop.start([PROGRAM, "--help"])
+        self.assertNotIn(program.wait(), (0, 2, 3, 4, None))
+
+
+class WithoutXtest(unittest.TestCase):
+    def test_server_without_xtest_is_refused_with_a_message(self):
+        desktop = Desktop(server_options=["-extension", "XTEST"])
+        self.addCleanup(desktop.end)
+        program = desktop.start_program()
+        self.assertEqual(program.wait(), 4, program.output)
+        self.assertIn("XTEST", program.output)
+
+
+class WindowManagerRestart(DesktopTestCase):
+    def test_switches_after_the_window_manager_has_been_replaced(self):
+        self.desktop.window_manager.end()
+        self.desktop.start_window_manager()
+        self.assertTrue(self.probe.activate("Gamma"))
+        self.super_tab()
+        self.assert_active("Alpha")
+        self.super_tab()
+        self.assert_active("Gamma")
+
+    def test_started_before_the_window_manager(self):
+        self.program.end()
+        self.desktop.window_manager.end()
+        self.start_program()
+        self.desktop.start_window_manager()
+        self.assertTrue(self.probe.activate("Gamma"))
+        self.super_tab()
+        self.assert_active("Alpha")
+
+
+class OtherWindowManager(DesktopTestCase):
+    def start_window_manager(self):
+        self.desktop.start_manager(["xfwm4", "--compositor=off", "--sm-client-disable"])
+
+    def test_super_tab(self):
+        self.super_tab()
+        self.assert_active("Alpha")
+        self.open_panel()
+        self.probe.tap("Tab")
+        self.probe.up("Super_L")
+        self.assert_active("Beta")
+        self.assert_panel_gone()
+
+
+class Compositor(DesktopTestCase):
+    def start_window_manager(self):
+        super().start_window_manager()
+        self.desktop.start_compositor()
+
+    def test_panel_shows_and_goes(self):
+        self.open_panel()
+        self.assert_order("Gamma", "Alpha", "Beta")
+        self.probe.up("Super_L")
+        self.assert_active("Alpha")
+        self.assert_panel_gone()
+
+    def test_quick_tap_shows_nothing(self):
+        with self.probe.watching(self.panel.row) as seen:
+            self.super_tab()
+            self.assert_active("Alpha")
+        self.assertEqual(seen[0], 0)
+
+    def test_compositor_that_ends_and_comes_back(self):
+        self.desktop.compositor.end()
+        self.open_panel()
+        self.probe.up("Super_L")
+        self.assert_active("Alpha")
+        self.desktop.start_compositor()
+        self.open_panel()
+        self.assert_order("Alpha", "Gamma", "Beta")
+        self.probe.up("Super_L")
+        self.assert_active("Gamma")
+
+
+class ScaleFactorTwo(DesktopTestCase):
+    size = (2560, 1600)
+    variables = {"QT_SCALE_FACTOR": "2"}
+
+    def test_panel_is_twice_as_large(self):
+        self.open_panel()
+        self.assert_order("Gamma", "Alpha", "Beta")
+        self.probe.up("Super_L")
+        self.assert_active("Alpha")
+
+    def test_click_on_an_icon(self):
+        self.open_panel()
+        self.probe.remember("unselected", self.panel.halo(2))
+        self.probe.move(self.panel.icon(2))
+        self.assertTrue(self.probe.wait_change("unselected"), "the pointer does not select")
+        self.probe.click(self.panel.icon(2))
+        self.assert_active("Beta")
+
+
+class TwoMonitors(DesktopTestCase):
+    size = (2560, 800)
+
+    def start_window_manager(self):
+        # One screen of the server, told to be two monitors side by side.
+        output = self.desktop.run(["xrandr"]).split(" connected")[0].split()[-1]
+        run = self.desktop.run
+        run(["xrandr", "--setmonitor", "left", "1280/338x800/211+0+0", output])
+        run(["xrandr", "--setmonitor", "right", "1280/338x800/211+1280+0", "none"])
+        super().start_window_manager()
+
+    def start_program(self):
+        super().start_program()
+        from harness.panel import Panel
+
+        self.panel = Panel(self.probe, (1280, 800), 3)
+
+    def test_panel_keeps_to_the_monitor_at_the_origin(self):
+        self.open_panel()
+        self.assertEqual(self.probe.geometry("quillbox"), (0, 0, 1280, 800))
+        self.assert_order("Gamma", "Alpha", "Beta")
+        self.probe.up("Super_L")
+        self.assert_active("Alpha")
+
+
+if __name__ == "__main__":
+    unittest.main()
