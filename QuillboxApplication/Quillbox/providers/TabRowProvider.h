@@ -9,11 +9,11 @@
 #include "QuillboxCommon/Geometry.h"
 #include "QuillboxCommon/PropertyList.h"
 #include "QuillboxCommon/views/Event.h"
-#include "QuillboxCommon/views/Menu.h"
 
 namespace qb {
 
 class Item;
+class MenuItem;
 class TabRow;
 class TabRowProvider;
 

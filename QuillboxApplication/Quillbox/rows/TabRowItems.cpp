@@ -1,7 +1,6 @@
 // The row and its provider: making, fetching, presenting and replacing the items.
 
 #include "Quillbox/Item/Item.h"
-#include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/providers/TabRowProvider.h"
 #include "Quillbox/rows/HostView.h"
 #include "Quillbox/rows/ProviderSelector.h"
@@ -143,10 +142,9 @@ void TabRow::rebuildItems(bool maintainSelection, bool maintainScrollOffset) {
 
 void TabRow::restoreSelection(const RememberedSelection& remembered) {
   std::shared_ptr<Item> found;
-  if (!remembered.uniqueID.empty()) {
-    if (Item* item = quillbox->registeredItemWithUniqueID(remembered.uniqueID)) {
-      found = item->shared_from_this();
-    }
+  // An old item that someone still holds is registered too, but it is not in the row any more.
+  for (const auto& item : items_) {
+    if (!found && item->uniqueID() == remembered.uniqueID) found = item;
   }
   if (!found && !remembered.name.empty()) {
     for (const auto& item : items_) {
@@ -165,7 +163,7 @@ bool TabRow::removeItemFromTabRow(const std::shared_ptr<Item>& item, bool confir
   if (!source().removeItemFromTabRow(*item, confirmation)) return false;
   if (item == selectedItem_) setSelectedItem(nullptr, SelectionMethodProgram);
   item->willBeRemovedFromTabBar();
-  // Who was asked has looked away from the row; a quick removal goes on with the neighbour.
+  // Who was asked has looked away from the row; a quick removal goes on with another item.
   itemsHaveChangedWithMaintainSelection(!confirmation, true);
   return true;
 }

@@ -1,0 +1,174 @@
+// Items that change while the panel is up.
+
+#include "support/TabRowFixture.h"
+
+namespace qb::test {
+namespace {
+
+class TabRowChangesTest : public TabRowFixture {
+ protected:
+  void change(bool maintainSelection, bool maintainScrollOffset = false) {
+    row->itemsHaveChangedWithMaintainSelection(maintainSelection, maintainScrollOffset);
+  }
+  /// The first creation came with the opening.
+  std::int64_t rebuilds() const { return countOf(provider->log, "createItems") - 1; }
+};
+
+TEST_F(TabRowChangesTest, RebuildComesAMomentLater) {
+  makeOpenRow(2);
+  change(false);
+  platform.runFor(0.024);
+  EXPECT_EQ(rebuilds(), 0);
+  platform.runFor(0.002);
+  EXPECT_EQ(rebuilds(), 1);
+}
+
+TEST_F(TabRowChangesTest, RebuildGoesThroughItsStepsInOrder) {
+  makeOpenRow(2);
+  select(1);
+  provider->log.clear();
+  provider->names = {"a", "b", "c"};
+  change(false);
+  row->numberOfItems();
+  platform.runFor(0.03);
+  EXPECT_EQ(provider->log, (CallLog{"itemsWillBeDismissed", "itemWasDeselected item1",
+                                    "deleteItems", "createItems", "itemsWillBeDisplayed"}));
+  ASSERT_EQ(row->items().size(), 3U);
+  EXPECT_EQ(row->items()[2]->view()->alphaValue(), 1);
+  EXPECT_EQ(row->items()[2]->view()->frame().x(), 116);
+  EXPECT_EQ(selectedName(), "none");
+}
+
+TEST_F(TabRowChangesTest, TwoCallsShortlyAfterEachOtherCauseOneRebuild) {
+  makeOpenRow(2);
+  change(false);
+  platform.runFor(0.1);
+  change(false);
+  platform.runFor(1.0);
+  EXPECT_EQ(rebuilds(), 1);
+}
+
+TEST_F(TabRowChangesTest, WithoutMaintainedSelectionTheGuardLastsSixTenthsOfASecond) {
+  makeOpenRow(2);
+  change(false);
+  platform.runFor(0.599);
+  change(false);
+  platform.runFor(0.002);
+  EXPECT_EQ(rebuilds(), 1);
+  change(false);
+  platform.runFor(0.03);
+  EXPECT_EQ(rebuilds(), 2);
+}
+
+TEST_F(TabRowChangesTest, WithMaintainedSelectionTheGuardEndsWithTheSelection) {
+  makeOpenRow(2);
+  change(true);
+  platform.runFor(0.049);
+  change(true);
+  platform.runFor(0.002);
+  EXPECT_EQ(rebuilds(), 1);
+  change(true);
+  platform.runFor(0.03);
+  EXPECT_EQ(rebuilds(), 2);
+}
+
+TEST_F(TabRowChangesTest, ANewItemOfTheSameNameIsSelected) {
+  makeOpenRow(3);
+  select(2);
+  const auto before = row->selectedItem();
+  provider->names = {"item2", "other"};
+  row->numberOfItems();
+  change(true);
+  platform.runFor(0.04);
+  EXPECT_EQ(selectedName(), "none");
+  platform.runFor(0.02);
+  EXPECT_EQ(selectedName(), "item2");
+  EXPECT_EQ(row->selectedItem(), row->items()[0]);
+  EXPECT_NE(row->selectedItem(), before);
+}
+
+TEST_F(TabRowChangesTest, OfSeveralOfTheNameTheLastOneIsSelected) {
+  makeOpenRow(3);
+  select(1);
+  provider->names = {"item1", "other", "item1", "more"};
+  row->numberOfItems();
+  change(true);
+  platform.runFor(0.06);
+  EXPECT_EQ(row->selectedItem(), row->items()[2]);
+}
+
+TEST_F(TabRowChangesTest, AnItemOfTheSameIdentityComesBeforeOneOfTheSameName) {
+  /// Gives its first item the identity that it always has.
+  class LastingProvider : public TestProvider {
+   public:
+    void createItemsWithSize(Size size) override {
+      TestProvider::createItemsWithSize(size);
+      items().front()->setUniqueID("lasting");
+    }
+  };
+  const auto lasting = std::make_shared<LastingProvider>();
+  lasting->names = {"same", "same"};
+  makeRow(lasting);
+  openRow();
+  select(0);
+  change(true);
+  platform.runFor(0.06);
+  EXPECT_EQ(row->selectedItem(), row->items()[0]);
+}
+
+TEST_F(TabRowChangesTest, WhatHasGoneIsReplacedByTheItemInItsPlace) {
+  makeOpenRow(4);
+  select(1);
+  provider->names = {"item0", "item2", "item3"};
+  row->numberOfItems();
+  change(true);
+  platform.runFor(0.06);
+  EXPECT_EQ(selectedName(), "item2");
+}
+
+TEST_F(TabRowChangesTest, WhatHasGoneFromTheEndIsReplacedByTheFirstItem) {
+  makeOpenRow(3);
+  select(2);
+  provider->names = {"item0", "item1"};
+  row->numberOfItems();
+  change(true);
+  platform.runFor(0.06);
+  EXPECT_EQ(selectedName(), "item0");
+}
+
+TEST_F(TabRowChangesTest, ScrollOffsetIsKeptOnRequest) {
+  makeOpenRow(20);
+  row->scrollItemsBy(-3);
+  change(false, true);
+  platform.runFor(0.03);
+  EXPECT_EQ(row->items()[3]->view()->frame().x(), 16);
+  platform.runFor(1.0);
+  change(false, false);
+  platform.runFor(0.03);
+  EXPECT_EQ(row->items()[0]->view()->frame().x(), 16);
+  EXPECT_EQ(row->indexScrollOffset(), -3);
+}
+
+TEST_F(TabRowChangesTest, ARowThatHasGoneIsNotRebuilt) {
+  makeOpenRow(2);
+  change(true);
+  row.reset();
+  platform.runFor(1.0);
+  EXPECT_EQ(rebuilds(), 0);
+}
+
+TEST_F(TabRowChangesTest, InThePanelTheRowsAreSizedAnew) {
+  const auto inPanel = TestProvider::withItems(3);
+  const auto panelRow = host().createTabRowAtIndex(0, inPanel, true);
+  open(ActivationMethodCommandDoubleTap);
+  const double before = panelRow->selfBounds().width();
+  inPanel->names.push_back("item3");
+  panelRow->itemsHaveChangedWithMaintainSelection(false, false);
+  platform.runFor(0.03);
+  EXPECT_EQ(panelRow->items().size(), 4U);
+  EXPECT_EQ(panelRow->selfBounds().width(), before + panelRow->haloSize().width);
+  EXPECT_EQ(host().largestNumberOfTabRowItems(), 4);
+}
+
+}  // namespace
+}  // namespace qb::test

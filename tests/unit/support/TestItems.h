@@ -1,0 +1,154 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Quillbox/Item/Item.h"
+#include "Quillbox/providers/TabRowProvider.h"
+
+namespace qb::test {
+
+using CallLog = std::vector<std::string>;
+
+/// Writes down what is asked of it as "name: operation".
+class TestItem : public Item {
+ public:
+  static std::shared_ptr<TestItem> create(const Rect& frame, const std::string& name,
+                                          const std::shared_ptr<CallLog>& log) {
+    return std::shared_ptr<TestItem>(new TestItem(frame, name, log));
+  }
+
+  std::int32_t itemType = ItemTypeGeneric;
+  bool isPreviewable = false, removesQuickly = false, dismissesPanel = true;
+
+  std::int32_t type() const override { return itemType; }
+  bool previewable() const override { return isPreviewable; }
+  bool supportsQuickRemoval() const override { return removesQuickly; }
+  bool shouldDismissQuillboxWhenInvoked() const override { return dismissesPanel; }
+  void invoke() override { note("invoke"); }
+  void performDataCycling() override { note("performDataCycling"); }
+  bool performPasteboardCut() override { return note("performPasteboardCut"); }
+  bool performPasteboardCopy() override { return note("performPasteboardCopy"); }
+  bool performPasteboardPaste() override { return note("performPasteboardPaste"); }
+  void close() override { note("close"); }
+  void preview() override { note("preview"); }
+  void quit() override { note("quit"); }
+  void hide() override { note("hide"); }
+  void wasSelected() override {
+    Item::wasSelected();
+    note("wasSelected");
+  }
+  void wasDeselected() override {
+    Item::wasDeselected();
+    note("wasDeselected");
+  }
+  void tabRowWillBeDisplayed() override { note("tabRowWillBeDisplayed"); }
+  void tabRowWillBeDismissed() override { note("tabRowWillBeDismissed"); }
+  void willBeRemovedFromTabBar() override { note("willBeRemovedFromTabBar"); }
+
+ private:
+  TestItem(const Rect& frame, const std::string& name, std::shared_ptr<CallLog> log)
+      : Item(frame, name), log_(std::move(log)) {}
+  bool note(const char* operation) {
+    log_->push_back(name() + ": " + operation);
+    return true;
+  }
+
+  std::shared_ptr<CallLog> log_;
+};
+
+/// Makes one test item for each of `names` and writes down how the row uses it, as "operation".
+class TestProvider : public TabRowProvider {
+ public:
+  static std::shared_ptr<TestProvider> withItems(int count) {
+    auto provider = std::make_shared<TestProvider>();
+    for (int number = 0; number < count; ++number) {
+      provider->names.push_back("item" + std::to_string(number));
+    }
+    return provider;
+  }
+
+  std::vector<std::string> names;
+  /// What the items do; kept apart from what the provider does.
+  std::shared_ptr<CallLog> itemLog = std::make_shared<CallLog>();
+  CallLog log;
+  /// The answers to the row's questions.
+  bool itemsHaveChanged = false, takesInvocationTab = false, allowsRemoval = true;
+  bool takesMouseDown = false, takesMouseUp = false, takesMouseMoved = false;
+  std::string title = "Test Items";
+  /// What the count is more than the items made.
+  int surplus = 0;
+
+  TestItem& item(std::size_t index) const { return static_cast<TestItem&>(*items().at(index)); }
+
+  std::string name() const override { return title; }
+  std::int64_t numberOfItems() override {
+    return static_cast<std::int64_t>(names.size()) + surplus;
+  }
+  void createItemsWithSize(Size size) override {
+    log.push_back("createItems");
+    for (const std::string& name : names) {
+      addItem(TestItem::create({{0, 0}, size}, name, itemLog));
+    }
+  }
+  void deleteItems() override {
+    log.push_back("deleteItems");
+    TabRowProvider::deleteItems();
+  }
+  bool haveItemsChanged() override { return itemsHaveChanged; }
+  bool wantsInvocationTabEvent() const override { return takesInvocationTab; }
+  void noteEnvironment(const PropertyList&) override { log.push_back("noteEnvironment"); }
+  void prepareForDeallocation() override {
+    log.push_back("prepareForDeallocation");
+    TabRowProvider::prepareForDeallocation();
+  }
+  void gainActiveStatus() override {
+    log.push_back("gainActiveStatus");
+    TabRowProvider::gainActiveStatus();
+  }
+  void relinquishActiveStatus() override {
+    log.push_back("relinquishActiveStatus");
+    TabRowProvider::relinquishActiveStatus();
+  }
+  void itemsWillBeDisplayed() override {
+    log.push_back("itemsWillBeDisplayed");
+    TabRowProvider::itemsWillBeDisplayed();
+  }
+  void itemsWillBeDismissed() override {
+    log.push_back("itemsWillBeDismissed");
+    TabRowProvider::itemsWillBeDismissed();
+  }
+  void owningTabRowWasDismissed() override { log.push_back("owningTabRowWasDismissed"); }
+  void itemWasSelected(const std::shared_ptr<Item>& item) override {
+    log.push_back("itemWasSelected " + item->name());
+    TabRowProvider::itemWasSelected(item);
+  }
+  void itemWasDeselected(const std::shared_ptr<Item>& item) override {
+    log.push_back("itemWasDeselected " + item->name());
+    TabRowProvider::itemWasDeselected(item);
+  }
+  bool removeItemFromTabRow(Item& item, bool confirmation) override {
+    log.push_back("removeItem " + item.name() + (confirmation ? " with confirmation" : ""));
+    if (allowsRemoval) std::erase(names, item.name());
+    return allowsRemoval;
+  }
+  bool keyDown(const Event& event) override {
+    log.push_back("keyDown " + std::to_string(event.keyCode));
+    return true;
+  }
+  bool mouseDown(const Event&) override { return takesMouseDown; }
+  bool mouseUp(const Event&) override { return takesMouseUp; }
+  bool mouseMoved(Point, Point) override { return takesMouseMoved; }
+  void mouseEnteredTabRow() override { log.push_back("mouseEntered"); }
+  void mouseExitedTabRow() override { log.push_back("mouseExited"); }
+};
+
+/// How often `entry` was written down.
+inline std::int64_t countOf(const CallLog& log, const std::string& entry) {
+  return std::count(log.begin(), log.end(), entry);
+}
+
+}  // namespace qb::test
