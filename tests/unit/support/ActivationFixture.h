@@ -26,7 +26,7 @@ class ActivationFixture : public QuillboxFixture {
   TabRow& row() const { return *host().tabRows().front(); }
   SimulatedKeyboard& keyboard() { return platform.keyboard(); }
   SimulatedPointer& pointer() { return platform.pointer(); }
-  SimulatedWindowPeer& panel() const { return *platform.windowServer().windows().front(); }
+  SimulatedWindowPeer& panel() { return *platform.windowServer().windows().front(); }
 
   bool isActive() const { return appDelegate->state() == ActivationStateActive; }
   std::string selectedName() const {
