@@ -116,6 +116,12 @@ class Probe:
     def wait_same(self, name, timeout=DEADLINE):
         return self._holds("wait-same", name, timeout)
 
+    def latency(self, key, direction, name, timeout=DEADLINE):
+        """Seconds from sending the key to the first changed pixel of the remembered area; None
+        when nothing changes."""
+        words = self._words("latency", key, direction, name, timeout)
+        return int(words[0]) / 1e6 if words else None
+
     def pixels_that_differ(self, name):
         return int(self._words("differs", name)[0])
 

@@ -86,9 +86,10 @@ class Desktop {
 
   /// Eyes: pixels of the whole display, as it looks.
   Picture picture(const Area& area);
-  /// The moment of the first look that shows another picture, or none at the deadline.
+  /// The moment of the first look that shows another picture, or none at the deadline. `rest` lies
+  /// between two looks, and leaves the processor to the program that is being watched.
   std::optional<Clock::time_point> waitForChange(const Area& area, const Picture& before,
-                                                 Seconds timeout);
+                                                 Seconds timeout, Seconds rest = Seconds(0.001));
 
   xcb_connection_t* connection() const { return connection_; }
   xcb_window_t root() const { return screen_->root; }

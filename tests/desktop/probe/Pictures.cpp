@@ -1,9 +1,9 @@
 // The probe's view of the display's pixels.
-#include <poll.h>
 #include <sys/ipc.h>
 #include <sys/shm.h>
 
 #include <cstring>
+#include <thread>
 
 #include "Desktop.h"
 
@@ -58,12 +58,11 @@ Picture Desktop::picture(const Area& area) {
 }
 
 std::optional<Clock::time_point> Desktop::waitForChange(const Area& area, const Picture& before,
-                                                        Seconds timeout) {
+                                                        Seconds timeout, Seconds rest) {
   const auto deadline = Clock::now() + timeout;
   do {
     if (picture(area) != before) return Clock::now();
-    // A millisecond of rest leaves the processor to the program that is being watched.
-    poll(nullptr, 0, 1);
+    std::this_thread::sleep_for(rest);
   } while (Clock::now() < deadline);
   return std::nullopt;
 }

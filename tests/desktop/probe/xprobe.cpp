@@ -11,6 +11,8 @@
 //   remember NAME X Y W H      keeps the picture of an area under a name
 //   wait-change NAME SECONDS   until the area looks different from what was remembered
 //   wait-same NAME SECONDS     until it looks as remembered
+//   latency KEY down|up NAME SECONDS   remembers NAME's area anew, sends the key, and answers
+//                              "ok MICROSECONDS" from there to the first look with another picture
 //   differs NAME               "ok COUNT" pixels that differ at this moment
 //   pixel X Y                  "ok RRGGBB"           wait-pixel X Y RRGGBB SECONDS
 //   geometry CLASS             "ok X Y W H" of its first mapped window below the root
@@ -158,6 +160,18 @@ class Server {
     return "ok " + std::to_string(count);
   }
 
+  std::string latency(const std::string& key, bool down, const std::string& name, Seconds timeout) {
+    auto& remembered = pictures_[name];
+    remembered.picture = desktop_.picture(remembered.area);
+    const auto begin = probe::Clock::now();
+    if (!desktop_.key(key, down)) return "error no key " + key;
+    const auto end =
+        desktop_.waitForChange(remembered.area, remembered.picture, timeout, Seconds(0.0001));
+    if (!end) return "no";
+    return "ok " + std::to_string(
+                       std::chrono::duration_cast<std::chrono::microseconds>(*end - begin).count());
+  }
+
   std::map<std::string, Command> handCommands() {
     return {
         {"key",
@@ -240,6 +254,13 @@ class Server {
            const auto& remembered = pictures_[name];
            return yesOrNo(
                desktop_.waitForChange(remembered.area, remembered.picture, timeout).has_value());
+         }},
+        {"latency",
+         [this](auto& words) {
+           const auto key = next<std::string>(words);
+           const bool down = nextIsDown(words);
+           const auto name = next<std::string>(words);
+           return latency(key, down, name, Seconds(next<double>(words)));
          }},
         {"wait-same",
          [this](auto& words) {
