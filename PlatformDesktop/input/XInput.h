@@ -1,0 +1,27 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+// The generated header has a field of that name.
+#define explicit explicit_
+#include <xcb/xinput.h>
+#undef explicit
+
+#include <cstdlib>
+#include <memory>
+
+namespace qb {
+
+struct FreeDeleter {
+  void operator()(void* memory) const { std::free(memory); }
+};
+/// A reply, an event or an error of XCB.
+template <typename T>
+using XcbPointer = std::unique_ptr<T, FreeDeleter>;
+
+struct DisconnectDeleter {
+  void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
+};
+using XcbConnectionPointer = std::unique_ptr<xcb_connection_t, DisconnectDeleter>;
+
+}  // namespace qb
