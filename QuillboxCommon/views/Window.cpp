@@ -1,5 +1,6 @@
 #include "QuillboxCommon/views/Window.h"
 
+#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -55,6 +56,13 @@ void Window::setLevel(std::int64_t level) {
 
 void Window::setCollectionBehavior(std::uint64_t behavior) {
   if (replace(collectionBehavior_, behavior)) peer_->setCollectionBehavior(collectionBehavior_);
+}
+
+void Window::center(const Rect& screen) {
+  const double freeWidth = screen.width() - frame_.width();
+  const double freeHeight = screen.height() - frame_.height();
+  setFrame({{screen.x() + std::round(freeWidth / 2), screen.y() + std::round(freeHeight * 2 / 3)},
+            frame_.size});
 }
 
 void Window::setStyleMask(std::uint64_t mask) {

@@ -66,6 +66,9 @@ class Window : public WindowPeerClient {
 
   const Rect& frame() const { return frame_; }
   void setFrame(const Rect& frame);
+  /// Moves it to the middle of a screen's usable area, somewhat above half its height, where it is
+  /// noticed.
+  void center(const Rect& screen);
   /// Fills the window, follows its size, and is not flipped.
   const std::shared_ptr<View>& contentView() const { return contentView_; }
 

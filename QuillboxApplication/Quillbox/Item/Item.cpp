@@ -3,8 +3,16 @@
 #include "Quillbox/Item/ItemView.h"
 #include "Quillbox/activation/Quillbox.h"
 #include "QuillboxCommon/views/Animation.h"
+#include "QuillboxCommon/views/RoundedRectangleView.h"
 
 namespace qb {
+
+namespace {
+
+/// The rest on an item after which its view pops up.
+constexpr TimeInterval usualPopUpDelay = 0.5;
+
+}  // namespace
 
 std::shared_ptr<Item> Item::create(const Rect& frame, const Image& image, const std::string& name) {
   std::shared_ptr<Item> item(new Item(frame, name));
@@ -76,6 +84,31 @@ void Item::setViewFrame(const Rect& frame, bool animated) {
     view_->setFrame(frame);
   }
   noteViewFrameChanged();
+}
+
+void Item::dismissPopUpView() {
+  if (quillbox != nullptr) quillbox->dismissPopUpViewForItem(*this);
+}
+
+void Item::wasSelected() {
+  selected_ = true;
+  if (popUpView_) return;
+  TimeInterval delay = usualPopUpDelay;
+  if (!shouldDisplayPopUpViewWithDelay(delay)) return;
+  // Deselection does not take it back: it looks for itself whether it is still wanted.
+  executeBlockAfterDelay(
+      [weakItem = weak_from_this()] {
+        const auto item = weakItem.lock();
+        if (!item || !item->selected_ || quillbox == nullptr) return;
+        if (quillbox->popUpMenuIsBeingDisplayed()) return;
+        quillbox->presentPopUpView(item->generatePopUpView(), *item);
+      },
+      delay);
+}
+
+void Item::wasDeselected() {
+  selected_ = false;
+  dismissPopUpView();
 }
 
 void Item::noteViewFrameChanged() {

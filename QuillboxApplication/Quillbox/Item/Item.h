@@ -8,12 +8,14 @@
 
 #include "QuillboxCommon/Geometry.h"
 #include "QuillboxCommon/PropertyList.h"
+#include "QuillboxCommon/RunLoop.h"
 #include "QuillboxCommon/views/Image.h"
 #include "QuillboxCommon/views/View.h"
 
 namespace qb {
 
 class ItemView;
+class RoundedRectangleView;
 class TabRow;
 
 /// What kind of thing an item is. The values are used across the program and saved.
@@ -153,9 +155,20 @@ class Item : public std::enable_shared_from_this<Item> {
   /// Whether the file that it stands for is there; false when it stands for none.
   virtual bool represenedFileSystemItemExists() const { return false; }
 
+  /// Whether the item pops up a view while it is selected. `delay`, in seconds, comes in as the
+  /// usual time and may be changed.
+  virtual bool shouldDisplayPopUpViewWithDelay(TimeInterval& /*delay*/) { return false; }
+  /// The view to pop up, at a size of at most `Quillbox::maximumPopUpViewSizeForItem`; null for
+  /// none.
+  virtual std::shared_ptr<View> generatePopUpView() { return nullptr; }
+  void dismissPopUpView();
+  /// What has popped up, or null. Set by whoever places it in the panel.
+  const std::shared_ptr<RoundedRectangleView>& popUpView() const { return popUpView_; }
+  void setPopUpView(std::shared_ptr<RoundedRectangleView> view) { popUpView_ = std::move(view); }
+
   /// Selection and life in the row. An override calls the base.
-  virtual void wasSelected() { selected_ = true; }
-  virtual void wasDeselected() { selected_ = false; }
+  virtual void wasSelected();
+  virtual void wasDeselected();
   virtual void tabRowWillBeDisplayed() {}
   virtual void tabRowWillBeDismissed() {}
   /// It is about to leave its row for good.
@@ -176,6 +189,7 @@ class Item : public std::enable_shared_from_this<Item> {
   Rect viewFrame_;
   std::string name_, uniqueID_;
   std::weak_ptr<TabRow> tabRow_;
+  std::shared_ptr<RoundedRectangleView> popUpView_;
   std::any representedObject_;
   std::int64_t index_ = 0, tag_ = 0;
   std::int32_t dragability_ = 0;

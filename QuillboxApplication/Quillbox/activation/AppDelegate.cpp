@@ -94,7 +94,10 @@ void AppDelegate::settingsChanged() {
   hostView()->settingsChanged();
 }
 
-void AppDelegate::displayConfigurationChanged() { panelWindow_->notePrimaryScreenFrame(); }
+void AppDelegate::displayConfigurationChanged() {
+  panelWindow_->notePrimaryScreenFrame();
+  quillbox_->sendDisplayConfigurationEvent();
+}
 
 void AppDelegate::installUtilityTimer() { utilityTimer_->installUtilityTimer(); }
 void AppDelegate::utilityTimer() { utilityTimer_->utilityTimer(); }

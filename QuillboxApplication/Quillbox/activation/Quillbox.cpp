@@ -9,11 +9,17 @@
 #include "Quillbox/Item/Item.h"
 #include "Quillbox/activation/ActivationTypes.h"
 #include "Quillbox/activation/AppDelegate.h"
+#include "Quillbox/activation/EventListener.h"
+#include "Quillbox/activation/PopUpViews.h"
+#include "Quillbox/activation/QuillboxDialogs.h"
+#include "Quillbox/activation/QuillboxNotifications.h"
+#include "Quillbox/activation/SavedDictionaries.h"
 #include "Quillbox/activation/Settings.h"
 #include "Quillbox/managers/ApplicationManager.h"
 #include "Quillbox/managers/DockManager.h"
 #include "Quillbox/managers/ImageManager.h"
 #include "Quillbox/rows/HostView.h"
+#include "Quillbox/rows/TabRow.h"
 #include "QuillboxCommon/views/Window.h"
 
 namespace qb {
@@ -34,6 +40,10 @@ Quillbox::Quillbox(AppDelegate& appDelegate, Platform& platform)
       std::make_unique<ApplicationManager>(platform.processes(), platform.workspace());
   imageManager_ = std::make_unique<ImageManager>(platform.graphics());
   settings_ = Settings::sharedSettings(platform.fileSystem());
+  savedDictionaries_ = std::make_unique<SavedDictionaries>(platform.fileSystem());
+  dialogs_ = std::make_unique<QuillboxDialogs>(*this);
+  popUpViews_ = std::make_unique<PopUpViews>(*this);
+  notifications_ = std::make_unique<QuillboxNotifications>(*this);
 }
 
 Quillbox::~Quillbox() {
@@ -42,7 +52,7 @@ Quillbox::~Quillbox() {
 
 // The panel.
 
-HostView* Quillbox::hostView() { return appDelegate_.hostView(); }
+HostView* Quillbox::hostView() const { return appDelegate_.hostView(); }
 void Quillbox::dismissQuillbox() { appDelegate_.dismissQuillbox(); }
 std::int32_t Quillbox::quillboxActivationState() const { return appDelegate_.state(); }
 
@@ -54,6 +64,18 @@ bool Quillbox::quillboxWindowIsVisible() {
 void Quillbox::orderOutQuillboxWindow() {
   if (Window* const window = appDelegate_.window()) window->orderOut();
 }
+
+const std::vector<std::shared_ptr<TabRow>>& Quillbox::tabRows() {
+  static const std::vector<std::shared_ptr<TabRow>> none;
+  const HostView* const host = hostView();
+  return host != nullptr ? host->tabRows() : none;
+}
+
+Size Quillbox::tabRowItemSize() {
+  return tabRows().empty() ? Size{} : tabRows().front()->itemSize();
+}
+
+Rect Quillbox::defaultTabRowItemFrame() { return {{0, 0}, tabRowItemSize()}; }
 
 void Quillbox::beginUserInteraction() { appDelegate_.beginUserInteraction(); }
 void Quillbox::endUserInteraction() { appDelegate_.endUserInteraction(); }
@@ -120,6 +142,26 @@ Item* Quillbox::registeredItemWithUniqueID(const std::string& uniqueID) const {
   return found == registeredItems_.end() ? nullptr : *found;
 }
 
+std::vector<Item*> Quillbox::registeredItemsOfType(std::int32_t type) const {
+  std::vector<Item*> items;
+  for (Item* const item : registeredItems_) {
+    if (item->type() == type) items.push_back(item);
+  }
+  return items;
+}
+
+void Quillbox::invokeItemWithUniqueID(const std::string& uniqueID) {
+  Item* const item = registeredItemWithUniqueID(uniqueID);
+  if (item == nullptr) return;
+  // It may lose its last owner while it acts.
+  const auto held = item->weak_from_this().lock();
+  item->invoke();
+}
+
+void Quillbox::itemDecorationChanged(const Item& /*item*/) {
+  for (const auto& tabRow : tabRows()) tabRow->itemsHaveChangedWithMaintainSelection(false, true);
+}
+
 std::string Quillbox::generateUUID() {
   static std::random_device random;
   std::array<std::uint8_t, 16> bytes;
@@ -137,5 +179,99 @@ std::string Quillbox::generateUUID() {
   }
   return text;
 }
+
+// System events.
+
+void Quillbox::addEventListener(const std::shared_ptr<EventListener>& listener) {
+  if (listener) eventListeners_.add(listener);
+}
+
+void Quillbox::removeEventListener(const std::shared_ptr<EventListener>& listener) {
+  eventListeners_.remove(listener.get());
+}
+
+void Quillbox::sendDisplayConfigurationEvent() {
+  for (const auto& listener : eventListeners_.members()) listener->displayConfigurationChanged();
+}
+
+// Saved dictionaries.
+
+std::string Quillbox::savedDictionaryPathWithKey(const std::string& key) {
+  return savedDictionaries_->pathWithKey(key);
+}
+
+std::string Quillbox::savedDictionaryLegacyPathWithKey(const std::string& key) const {
+  return savedDictionaries_->legacyPathWithKey(key);
+}
+
+bool Quillbox::saveDictionary(const PropertyList& dictionary, const std::string& forKey) {
+  return savedDictionaries_->save(dictionary, forKey);
+}
+
+std::optional<PropertyList> Quillbox::loadDictionaryForKey(const std::string& key) {
+  return savedDictionaries_->loadForKey(key);
+}
+
+void Quillbox::deleteDictionaryForKey(const std::string& key) {
+  savedDictionaries_->deleteForKey(key);
+}
+
+// Notifications.
+
+std::shared_ptr<Window> Quillbox::displayQuillboxNotification(const std::string& text,
+                                                              TimeInterval duration,
+                                                              TimeInterval after) {
+  return notifications_->display(text, duration, after);
+}
+
+std::shared_ptr<Window> Quillbox::createQuillboxNotification(const std::string& text) const {
+  return notifications_->create(text);
+}
+
+void Quillbox::displaySystemNotificationWithTitle(const std::string& title,
+                                                  const std::string& details) {
+  notifications_->displaySystemNotification(title, details);
+}
+
+// Dialogs.
+
+void Quillbox::displayMessage(const std::string& message, const std::string& withTitle) {
+  dialogs_->displayMessage(message, withTitle);
+}
+
+bool Quillbox::getConfirmationWithTitle(const std::string& title, const std::string& message,
+                                        const std::string& actionButtonText) {
+  return dialogs_->getConfirmation(title, message, actionButtonText);
+}
+
+bool Quillbox::getChoiceWithTitle(const std::string& title, const std::string& message,
+                                  const std::string& actionButtonText,
+                                  const std::string& cancelButtonText) {
+  return dialogs_->getChoice(title, message, actionButtonText, cancelButtonText);
+}
+
+std::optional<std::vector<std::string>> Quillbox::runOpenPanelWithAllowFiles(
+    bool allowFiles, bool allowDirectories, const std::vector<std::string>& allowedFileTypes,
+    const std::string& directory) {
+  return dialogs_->runOpenPanel(allowFiles, allowDirectories, allowedFileTypes, directory);
+}
+
+std::string Quillbox::changeNameOfObject(const std::string& object, const std::string& from) {
+  return dialogs_->changeName(object, from);
+}
+
+// Pop-up views.
+
+Size Quillbox::maximumPopUpViewSizeForItem(const Item& item) const {
+  return popUpViews_->maximumSizeForItem(item);
+}
+
+void Quillbox::presentPopUpView(const std::shared_ptr<View>& view, Item& forItem) {
+  popUpViews_->present(view, forItem);
+}
+
+void Quillbox::dismissPopUpViewForItem(Item& item) { popUpViews_->dismissForItem(item); }
+
+void Quillbox::dismissPopUpViewsForAllItems() { popUpViews_->dismissForAllItems(); }
 
 }  // namespace qb

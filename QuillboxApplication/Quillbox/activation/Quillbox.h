@@ -2,11 +2,14 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "Platform/Platform.h"
 #include "QuillboxCommon/Geometry.h"
+#include "QuillboxCommon/PropertyList.h"
+#include "QuillboxCommon/RunLoop.h"
 #include "QuillboxCommon/WeakList.h"
 
 namespace qb {
@@ -14,13 +17,20 @@ namespace qb {
 class AppDelegate;
 class ApplicationManager;
 class DockManager;
+class EventListener;
 class EventMonitorProtocol;
 class HostView;
 class ImageManager;
 class Item;
 class KeyHandlerTarget;
+class PopUpViews;
+class QuillboxDialogs;
+class QuillboxNotifications;
+class SavedDictionaries;
 class Settings;
 class TabRow;
+class View;
+class Window;
 
 /// The one object through which everything reaches the managers, the panel and the settings. Held
 /// in the global `quillbox` while it lives; owned by the application delegate. Main thread.
@@ -40,7 +50,7 @@ class Quillbox {
   ImageManager& imageManager() { return *imageManager_; }
   Settings& settings() { return *settings_; }
   /// None before the panel is made.
-  HostView* hostView();
+  HostView* hostView() const;
 
   // The panel.
   /// Ends the activation 0.01 second later, without invocation; nothing when there is none then.
@@ -49,6 +59,14 @@ class Quillbox {
   bool quillboxWindowIsVisible();
   /// Takes the panel's window off the screen at once, ahead of its dismissal.
   void orderOutQuillboxWindow();
+  /// The same, for a developer who wants to see what lies below.
+  void hideQuillboxWindowForDebugPurposes() { orderOutQuillboxWindow(); }
+  /// None before the panel is made.
+  const std::vector<std::shared_ptr<TabRow>>& tabRows();
+  /// Of the first row; zero without one.
+  Size tabRowItemSize();
+  /// That size at the origin.
+  Rect defaultTabRowItemFrame();
   /// Brackets every foreign use of the keyboard, such as an alert. Nests.
   void beginUserInteraction();
   void endUserInteraction();
@@ -75,8 +93,50 @@ class Quillbox {
   const std::vector<Item*>& registeredItems() const { return registeredItems_; }
   /// The first with that identity, or null.
   Item* registeredItemWithUniqueID(const std::string& uniqueID) const;
+  /// All of one `ItemType`, in the order of their making.
+  std::vector<Item*> registeredItemsOfType(std::int32_t type) const;
+  /// Nothing when there is none with that identity.
+  void invokeItemWithUniqueID(const std::string& uniqueID);
+  /// Has all rows show their items anew, wherever the item is.
+  void itemDecorationChanged(const Item& item);
   /// A new identity, unlike any other.
   static std::string generateUUID();
+
+  // System events. Listeners are not kept alive.
+  void addEventListener(const std::shared_ptr<EventListener>& listener);
+  void removeEventListener(const std::shared_ptr<EventListener>& listener);
+  void sendDisplayConfigurationEvent();
+
+  // Dictionaries that are kept between runs; see SavedDictionaries.
+  std::string savedDictionaryPathWithKey(const std::string& key);
+  std::string savedDictionaryLegacyPathWithKey(const std::string& key) const;
+  bool saveDictionary(const PropertyList& dictionary, const std::string& forKey);
+  std::optional<PropertyList> loadDictionaryForKey(const std::string& key);
+  void deleteDictionaryForKey(const std::string& key);
+
+  // Notifications; see QuillboxNotifications.
+  std::shared_ptr<Window> displayQuillboxNotification(const std::string& text,
+                                                      TimeInterval duration,
+                                                      TimeInterval after = 0);
+  std::shared_ptr<Window> createQuillboxNotification(const std::string& text) const;
+  void displaySystemNotificationWithTitle(const std::string& title, const std::string& details);
+
+  // Dialogs; see QuillboxDialogs.
+  void displayMessage(const std::string& message, const std::string& withTitle);
+  bool getConfirmationWithTitle(const std::string& title, const std::string& message,
+                                const std::string& actionButtonText);
+  bool getChoiceWithTitle(const std::string& title, const std::string& message,
+                          const std::string& actionButtonText, const std::string& cancelButtonText);
+  std::optional<std::vector<std::string>> runOpenPanelWithAllowFiles(
+      bool allowFiles, bool allowDirectories, const std::vector<std::string>& allowedFileTypes,
+      const std::string& directory);
+  std::string changeNameOfObject(const std::string& object, const std::string& from);
+
+  // Views that items show beside themselves; see PopUpViews.
+  Size maximumPopUpViewSizeForItem(const Item& item) const;
+  void presentPopUpView(const std::shared_ptr<View>& view, Item& forItem);
+  void dismissPopUpViewForItem(Item& item);
+  void dismissPopUpViewsForAllItems();
 
  private:
   Quillbox(AppDelegate& appDelegate, Platform& platform);
@@ -88,6 +148,11 @@ class Quillbox {
   std::unique_ptr<ImageManager> imageManager_;
   std::shared_ptr<Settings> settings_;
   std::vector<Item*> registeredItems_;
+  WeakList<EventListener> eventListeners_;
+  std::unique_ptr<SavedDictionaries> savedDictionaries_;
+  std::unique_ptr<QuillboxNotifications> notifications_;
+  std::unique_ptr<QuillboxDialogs> dialogs_;
+  std::unique_ptr<PopUpViews> popUpViews_;
 };
 
 /// The one facade, or null while there is none.
