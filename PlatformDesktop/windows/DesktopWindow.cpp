@@ -30,7 +30,7 @@ DesktopWindow::DesktopWindow(DesktopWindowServer& server, WindowPeerClient& clie
 void DesktopWindow::createWindow() {
   surface_.reset();
   composited_ = server_.compositorIsRunning();
-  window_ = std::make_unique<PanelWindow>(composited_, [this](const PixelEvent& event) {
+  window_ = std::make_unique<SurfaceWindow>(composited_, [this](const PixelEvent& event) {
     if (const auto processed = server_.pointerInput().process(event)) deliver(*processed);
   });
   window_->setTitle(qtString(title_));

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "PlatformDesktop/windows/ComposedWindow.h"
-#include "PlatformDesktop/windows/PanelWindow.h"
+#include "PlatformDesktop/windows/SurfaceWindow.h"
 #include "QuillboxCommon/views/Window.h"
 
 namespace qb {
@@ -58,7 +58,7 @@ class DesktopWindow : public WindowPeer {
 
   DesktopWindowServer& server_;
   WindowPeerClient& client_;
-  std::unique_ptr<PanelWindow> window_;
+  std::unique_ptr<SurfaceWindow> window_;
   bool composited_ = false;
   std::unique_ptr<ComposedWindow> surface_;
   Rect frame_;

@@ -1,4 +1,4 @@
-#include "PlatformDesktop/windows/PanelWindow.h"
+#include "PlatformDesktop/windows/SurfaceWindow.h"
 
 #include <QMouseEvent>
 #include <QSurfaceFormat>
@@ -28,7 +28,7 @@ EventFlags eventFlags(Qt::KeyboardModifiers modifiers) {
   return flags;
 }
 
-PanelWindow::PanelWindow(bool alpha, Receiver receiver) : receiver_(std::move(receiver)) {
+SurfaceWindow::SurfaceWindow(bool alpha, Receiver receiver) : receiver_(std::move(receiver)) {
   setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint |
            Qt::WindowDoesNotAcceptFocus);
   QSurfaceFormat format;
@@ -37,7 +37,7 @@ PanelWindow::PanelWindow(bool alpha, Receiver receiver) : receiver_(std::move(re
   create();
 }
 
-PixelEvent PanelWindow::pixelEvent(EventType type, const QSinglePointEvent& event) const {
+PixelEvent SurfaceWindow::pixelEvent(EventType type, const QSinglePointEvent& event) const {
   const QPointF pixels = event.position() * devicePixelRatio();
   PixelEvent result;
   result.type = type;
@@ -48,18 +48,18 @@ PixelEvent PanelWindow::pixelEvent(EventType type, const QSinglePointEvent& even
   return result;
 }
 
-void PanelWindow::mousePressEvent(QMouseEvent* event) {
+void SurfaceWindow::mousePressEvent(QMouseEvent* event) {
   const auto type =
       typeForButton(event->button(), EventTypeLeftMouseDown, EventTypeRightMouseDown);
   if (type) receiver_(pixelEvent(*type, *event));
 }
 
-void PanelWindow::mouseReleaseEvent(QMouseEvent* event) {
+void SurfaceWindow::mouseReleaseEvent(QMouseEvent* event) {
   const auto type = typeForButton(event->button(), EventTypeLeftMouseUp, EventTypeRightMouseUp);
   if (type) receiver_(pixelEvent(*type, *event));
 }
 
-void PanelWindow::mouseMoveEvent(QMouseEvent* event) {
+void SurfaceWindow::mouseMoveEvent(QMouseEvent* event) {
   if (event->buttons() & Qt::LeftButton) {
     receiver_(pixelEvent(EventTypeLeftMouseDragged, *event));
   } else if (event->buttons() & Qt::RightButton) {
@@ -67,7 +67,7 @@ void PanelWindow::mouseMoveEvent(QMouseEvent* event) {
   }
 }
 
-void PanelWindow::wheelEvent(QWheelEvent* event) {
+void SurfaceWindow::wheelEvent(QWheelEvent* event) {
   PixelEvent scroll = pixelEvent(EventTypeScrollWheel, *event);
   scroll.deltaX = event->angleDelta().x() / anglePerStep;
   scroll.deltaY = event->angleDelta().y() / anglePerStep;

@@ -13,11 +13,11 @@ namespace qb {
 
 /// A frameless window past the window manager: Qt brings its events, while its pixels
 /// and its mapping are ours. Qt's own way to show a window costs several times as much.
-class PanelWindow : public QWindow {
+class SurfaceWindow : public QWindow {
  public:
   using Receiver = std::function<void(const PixelEvent&)>;
   /// With `alpha`, of a depth of 32.
-  PanelWindow(bool alpha, Receiver receiver);
+  SurfaceWindow(bool alpha, Receiver receiver);
 
   xcb_window_t id() const { return static_cast<xcb_window_t>(winId()); }
   /// Where the window stands on the X screen, for the places of events.

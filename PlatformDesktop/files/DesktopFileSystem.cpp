@@ -1,0 +1,146 @@
+#include "PlatformDesktop/files/DesktopFileSystem.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <filesystem>
+
+#include "PlatformDesktop/files/PropertyListReader.h"
+#include "PlatformDesktop/files/PropertyListWriter.h"
+#include "PlatformDesktop/processes/DesktopFolders.h"
+
+namespace qb {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t largestFile = 32 << 20;
+
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : number_(number) {}
+  ~Descriptor() {
+    if (number_ >= 0) close(number_);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  explicit operator bool() const { return number_ >= 0; }
+  int get() const { return number_; }
+
+ private:
+  int number_;
+};
+
+bool writeAll(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(descriptor, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+void flushFolder(const std::string& folder) {
+  const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (descriptor) fsync(descriptor.get());
+}
+
+/// Writes a new file beside `path`; its name, or an empty one when that failed.
+std::string writeBeside(const std::string& path, std::string_view bytes) {
+  std::string temporary = path + ".XXXXXX";
+  const Descriptor descriptor(mkostemp(temporary.data(), O_CLOEXEC));
+  if (!descriptor) return {};
+  if (writeAll(descriptor.get(), bytes) && fsync(descriptor.get()) == 0) return temporary;
+  unlink(temporary.c_str());
+  return {};
+}
+
+/// Gives the file a name that nothing has; the name, or an empty one when that failed.
+std::string moveAside(const std::string& path) {
+  constexpr int mostNames = 1000;
+  for (int number = 1; number < mostNames; ++number) {
+    const std::string aside =
+        path + ".unreadable" + (number == 1 ? "" : '.' + std::to_string(number));
+    if (renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, aside.c_str(), RENAME_NOREPLACE) == 0) {
+      return aside;
+    }
+    if (errno != EEXIST) return {};
+  }
+  return {};
+}
+
+bool takePlace(const std::string& temporary, const std::string& path, bool oldIsUnreadable) {
+  std::string aside;
+  if (oldIsUnreadable) {
+    aside = moveAside(path);
+    if (aside.empty()) return false;
+  }
+  if (std::rename(temporary.c_str(), path.c_str()) == 0) return true;
+  if (!aside.empty()) std::rename(aside.c_str(), path.c_str());
+  return false;
+}
+
+}  // namespace
+
+std::string DesktopFileSystem::stringByExpandingTildeInPath(const std::string& path) const {
+  if (path == "~" || path.starts_with("~/")) return DesktopFolders::home() + path.substr(1);
+  return path;
+}
+
+bool DesktopFileSystem::fileExistsAtPath(const std::string& path) const {
+  std::error_code error;
+  return !path.empty() && fs::exists(path, error);
+}
+
+bool DesktopFileSystem::removeItemAtPath(const std::string& path) {
+  std::error_code error;
+  return !path.empty() && fs::remove_all(path, error) > 0 && !error;
+}
+
+bool DesktopFileSystem::createDirectoryAtPath(const std::string& path) {
+  std::error_code error;
+  fs::create_directories(path, error);
+  return fs::is_directory(path, error);
+}
+
+std::string DesktopFileSystem::applicationSupportDirectory() {
+  const std::string folder = DesktopFolders::data().front();
+  createDirectoryAtPath(folder);
+  return folder;
+}
+
+std::optional<PropertyList> DesktopFileSystem::dictionaryWithContentsOfFile(
+    const std::string& path) const {
+  std::error_code error;
+  // A pipe would never end.
+  if (!fs::is_regular_file(path, error)) return std::nullopt;
+  auto contents = readPropertyList(contentsOfFile(path, largestFile));
+  if (!contents || !contents->isDictionary()) return std::nullopt;
+  return contents;
+}
+
+bool DesktopFileSystem::writeToFile(const PropertyList& dictionary, const std::string& path) {
+  if (!dictionary.isDictionary() || !path.starts_with('/')) return false;
+  std::error_code error;
+  const std::string target = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error).string()
+                                                         : path;
+  if (fs::is_directory(target, error)) return false;
+  const std::string folder = target.substr(0, target.rfind('/') + 1);
+  if (!createDirectoryAtPath(folder)) return false;
+  const std::string temporary = writeBeside(target, xmlPropertyList(dictionary));
+  if (temporary.empty()) return false;
+  const bool oldIsUnreadable = fs::exists(target, error) && !dictionaryWithContentsOfFile(target);
+  if (!takePlace(temporary, target, oldIsUnreadable)) {
+    unlink(temporary.c_str());
+    return false;
+  }
+  flushFolder(folder);
+  return true;
+}
+
+}  // namespace qb

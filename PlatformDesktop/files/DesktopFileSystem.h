@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Platform/FileSystem.h"
+
+namespace qb {
+
+/// The files of this machine. No state; any thread.
+class DesktopFileSystem : public FileSystem {
+ public:
+  std::string stringByExpandingTildeInPath(const std::string& path) const override;
+  bool fileExistsAtPath(const std::string& path) const override;
+  bool removeItemAtPath(const std::string& path) override;
+  bool createDirectoryAtPath(const std::string& path) override;
+  std::string applicationSupportDirectory() override;
+  std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) const override;
+  /// A link stays: the file that it leads to is replaced.
+  bool writeToFile(const PropertyList& dictionary, const std::string& path) override;
+};
+
+}  // namespace qb

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "PlatformDesktop/processes/DesktopEntry.h"
+
+namespace qb {
+
+/// Starts a program that lives on without us, in a session of its own. False when it cannot be
+/// run. The first word is looked up in PATH; an empty folder is the home.
+bool startDetached(const std::vector<std::string>& words, const std::string& workingFolder);
+/// Starts an application without files to open.
+bool startApplication(const DesktopEntry& entry);
+
+}  // namespace qb
