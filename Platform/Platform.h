@@ -5,15 +5,21 @@
 namespace qb {
 
 class Accessibility;
+class ApplicationControl;
 class Dialogs;
 class Displays;
+class DistributedNotifications;
 class EventTap;
 class FileSystem;
 class Graphics;
 class HotKeys;
 class Keyboard;
+class LoginItems;
+class Pasteboards;
 class Pointer;
 class Processes;
+class Scripts;
+class UserDefaults;
 class UserNotifications;
 class WindowServer;
 class Workspace;
@@ -25,15 +31,21 @@ class Platform {
   virtual ~Platform() = default;
   virtual RunLoopHost& runLoopHost() = 0;
   virtual Accessibility& accessibility() = 0;
+  virtual ApplicationControl& applicationControl() = 0;
   virtual Dialogs& dialogs() = 0;
   virtual Displays& displays() = 0;
+  virtual DistributedNotifications& distributedNotifications() = 0;
   virtual EventTap& eventTap() = 0;
   virtual FileSystem& fileSystem() = 0;
   virtual Graphics& graphics() = 0;
   virtual HotKeys& hotKeys() = 0;
   virtual Keyboard& keyboard() = 0;
+  virtual LoginItems& loginItems() = 0;
+  virtual Pasteboards& pasteboards() = 0;
   virtual Pointer& pointer() = 0;
   virtual Processes& processes() = 0;
+  virtual Scripts& scripts() = 0;
+  virtual UserDefaults& userDefaults() = 0;
   virtual UserNotifications& userNotifications() = 0;
   virtual WindowServer& windowServer() = 0;
   virtual Workspace& workspace() = 0;

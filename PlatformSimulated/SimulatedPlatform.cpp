@@ -5,6 +5,7 @@ namespace qb {
 SimulatedPlatform::SimulatedPlatform()
     : runLoop_(std::make_unique<RunLoop>(runLoopHost_)),
       dialogs_(runLoopHost_),
+      distributedNotifications_(runLoopHost_),
       eventTap_(accessibility_, *runLoop_),
       graphics_(runLoopHost_),
       userNotifications_(processes_),

@@ -6,17 +6,23 @@
 
 #include "Platform/Platform.h"
 #include "PlatformSimulated/SimulatedAccessibility.h"
+#include "PlatformSimulated/SimulatedApplicationControl.h"
 #include "PlatformSimulated/SimulatedDialogs.h"
 #include "PlatformSimulated/SimulatedDisplays.h"
+#include "PlatformSimulated/SimulatedDistributedNotifications.h"
 #include "PlatformSimulated/SimulatedEventTap.h"
 #include "PlatformSimulated/SimulatedFileSystem.h"
 #include "PlatformSimulated/SimulatedGraphics.h"
 #include "PlatformSimulated/SimulatedHotKeys.h"
 #include "PlatformSimulated/SimulatedKeyboard.h"
 #include "PlatformSimulated/SimulatedLog.h"
+#include "PlatformSimulated/SimulatedLoginItems.h"
+#include "PlatformSimulated/SimulatedPasteboards.h"
 #include "PlatformSimulated/SimulatedPointer.h"
 #include "PlatformSimulated/SimulatedProcesses.h"
 #include "PlatformSimulated/SimulatedRunLoopHost.h"
+#include "PlatformSimulated/SimulatedScripts.h"
+#include "PlatformSimulated/SimulatedUserDefaults.h"
 #include "PlatformSimulated/SimulatedUserNotifications.h"
 #include "PlatformSimulated/SimulatedWindowServer.h"
 #include "PlatformSimulated/SimulatedWorkspace.h"
@@ -41,15 +47,23 @@ class SimulatedPlatform : public Platform {
 
   SimulatedRunLoopHost& runLoopHost() override { return runLoopHost_; }
   SimulatedAccessibility& accessibility() override { return accessibility_; }
+  SimulatedApplicationControl& applicationControl() override { return applicationControl_; }
   SimulatedDialogs& dialogs() override { return dialogs_; }
   SimulatedDisplays& displays() override { return displays_; }
+  SimulatedDistributedNotifications& distributedNotifications() override {
+    return distributedNotifications_;
+  }
   SimulatedEventTap& eventTap() override { return eventTap_; }
   SimulatedFileSystem& fileSystem() override { return fileSystem_; }
   SimulatedGraphics& graphics() override { return graphics_; }
   SimulatedHotKeys& hotKeys() override { return hotKeys_; }
   SimulatedKeyboard& keyboard() override { return keyboard_; }
+  SimulatedLoginItems& loginItems() override { return loginItems_; }
+  SimulatedPasteboards& pasteboards() override { return pasteboards_; }
   SimulatedPointer& pointer() override { return pointer_; }
   SimulatedProcesses& processes() override { return processes_; }
+  SimulatedScripts& scripts() override { return scripts_; }
+  SimulatedUserDefaults& userDefaults() override { return userDefaults_; }
   SimulatedUserNotifications& userNotifications() override { return userNotifications_; }
   SimulatedWindowServer& windowServer() override { return windowServer_; }
   SimulatedWorkspace& workspace() override { return workspace_; }
@@ -75,12 +89,18 @@ class SimulatedPlatform : public Platform {
   /// Goes first: what its work holds may still need the rest.
   std::unique_ptr<RunLoop> runLoop_;
   SimulatedAccessibility accessibility_;
+  SimulatedApplicationControl applicationControl_;
   SimulatedDialogs dialogs_;
   SimulatedDisplays displays_;
+  SimulatedDistributedNotifications distributedNotifications_;
   SimulatedEventTap eventTap_;
   SimulatedFileSystem fileSystem_;
   SimulatedGraphics graphics_;
   SimulatedHotKeys hotKeys_;
+  SimulatedLoginItems loginItems_;
+  SimulatedPasteboards pasteboards_;
+  SimulatedScripts scripts_;
+  SimulatedUserDefaults userDefaults_;
   SimulatedProcesses processes_;
   SimulatedUserNotifications userNotifications_;
   SimulatedWorkspace workspace_;

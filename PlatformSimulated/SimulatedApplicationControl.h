@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Platform/ApplicationControl.h"
+
+namespace qb {
+
+/// This program as the tests want it: a version, helpers and files that are there or not, and a
+/// record of what was asked for.
+class SimulatedApplicationControl : public ApplicationControl {
+ public:
+  std::string bundlePath() const override { return bundlePath_; }
+  std::string shortVersionString() const override { return shortVersionString_; }
+  std::string operatingSystemVersionString() const override {
+    return operatingSystemVersionString_;
+  }
+  bool launchAppWithBundleIdentifier(const std::string& identifier,
+                                     std::uint32_t options) override {
+    launches_.push_back({identifier, options});
+    return helpers_.contains(identifier);
+  }
+  bool openFile(const std::string& path) override {
+    openedFiles_.push_back(path);
+    return files_.contains(path);
+  }
+  void terminate() override { ++numberOfTerminations_; }
+
+  void setBundlePath(std::string path) { bundlePath_ = std::move(path); }
+  void setShortVersionString(std::string version) { shortVersionString_ = std::move(version); }
+  void setOperatingSystemVersionString(std::string version) {
+    operatingSystemVersionString_ = std::move(version);
+  }
+  /// The helper "vorlane.Quillbox-Relauncher" is there at first.
+  void removeHelper(const std::string& identifier) { helpers_.erase(identifier); }
+
+  struct Launch {
+    std::string identifier;
+    std::uint32_t options = 0;
+    friend bool operator==(const Launch&, const Launch&) = default;
+  };
+  /// Every launch of a helper, those that failed too.
+  const std::vector<Launch>& launches() const { return launches_; }
+  /// Every `openFile`, those that failed too.
+  const std::vector<std::string>& openedFiles() const { return openedFiles_; }
+  int numberOfTerminations() const { return numberOfTerminations_; }
+
+ private:
+  std::string bundlePath_ = "/opt/quillbox/bin/quillbox";
+  std::string shortVersionString_ = "1.0.0";
+  std::string operatingSystemVersionString_ = "Version 10.9 (Build 13A603)";
+  std::set<std::string> helpers_{"vorlane.Quillbox-Relauncher"};
+  std::set<std::string> files_{"/Library/PreferencePanes/QuillboxPrefrences.prefPane"};
+  std::vector<Launch> launches_;
+  std::vector<std::string> openedFiles_;
+  int numberOfTerminations_ = 0;
+};
+
+}  // namespace qb
