@@ -16,6 +16,7 @@ class HotKeys;
 class Keyboard;
 class LoginItems;
 class Pasteboards;
+class MenuPresenter;
 class Pointer;
 class Processes;
 class Scripts;
@@ -42,6 +43,7 @@ class Platform {
   virtual Keyboard& keyboard() = 0;
   virtual LoginItems& loginItems() = 0;
   virtual Pasteboards& pasteboards() = 0;
+  virtual MenuPresenter& menuPresenter() = 0;
   virtual Pointer& pointer() = 0;
   virtual Processes& processes() = 0;
   virtual Scripts& scripts() = 0;

@@ -12,7 +12,9 @@ SimulatedPlatform::SimulatedPlatform()
       workspace_(processes_, runLoopHost_),
       windowServer_(processes_),
       keyboard_({displays_, eventTap_, hotKeys_, processes_, windowServer_}),
-      pointer_({runLoopHost_, displays_, eventTap_, keyboard_, processes_, windowServer_}) {}
+      menuPresenter_(runLoopHost_),
+      pointer_({runLoopHost_, displays_, eventTap_, keyboard_, processes_, windowServer_,
+                menuPresenter_}) {}
 
 SimulatedPlatform::~SimulatedPlatform() {
   runLoopHost_.forgetAll();

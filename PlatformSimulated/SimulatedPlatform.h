@@ -17,6 +17,7 @@
 #include "PlatformSimulated/SimulatedKeyboard.h"
 #include "PlatformSimulated/SimulatedLog.h"
 #include "PlatformSimulated/SimulatedLoginItems.h"
+#include "PlatformSimulated/SimulatedMenuPresenter.h"
 #include "PlatformSimulated/SimulatedPasteboards.h"
 #include "PlatformSimulated/SimulatedPointer.h"
 #include "PlatformSimulated/SimulatedProcesses.h"
@@ -60,6 +61,7 @@ class SimulatedPlatform : public Platform {
   SimulatedKeyboard& keyboard() override { return keyboard_; }
   SimulatedLoginItems& loginItems() override { return loginItems_; }
   SimulatedPasteboards& pasteboards() override { return pasteboards_; }
+  SimulatedMenuPresenter& menuPresenter() override { return menuPresenter_; }
   SimulatedPointer& pointer() override { return pointer_; }
   SimulatedProcesses& processes() override { return processes_; }
   SimulatedScripts& scripts() override { return scripts_; }
@@ -106,6 +108,7 @@ class SimulatedPlatform : public Platform {
   SimulatedWorkspace workspace_;
   SimulatedWindowServer windowServer_;
   SimulatedKeyboard keyboard_;
+  SimulatedMenuPresenter menuPresenter_;
   SimulatedPointer pointer_;
 };
 

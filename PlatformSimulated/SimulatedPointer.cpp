@@ -42,7 +42,12 @@ void SimulatedPointer::press(int button) {
   countClick();
   pressedWindow_ = nullptr;
   pressedClient_ = {};
+  const bool menuIsOpen = parts_.menuPresenter.menuIsOpen();
   const bool passedOn = parts_.eventTap.process(tappedEvent(*type));
+  if (menuIsOpen) {
+    if (passedOn) parts_.menuPresenter.pressOutside();
+    return;
+  }
   if (SimulatedWindowPeer* window = parts_.windowServer.windowAt(location_)) {
     if (!passedOn) return;
     pressedWindow_ = window;
@@ -75,6 +80,7 @@ void SimulatedPointer::click(int button) {
 
 void SimulatedPointer::scroll(double dx, double dy) {
   const bool passedOn = parts_.eventTap.process(tappedEvent(EventTypeScrollWheel));
+  if (parts_.menuPresenter.menuIsOpen()) return;
   if (SimulatedWindowPeer* window = parts_.windowServer.windowAt(location_)) {
     if (passedOn) deliver(*window, EventTypeScrollWheel, dx, dy);
     return;

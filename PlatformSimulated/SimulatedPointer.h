@@ -5,6 +5,7 @@
 
 #include "Platform/Pointer.h"
 #include "PlatformSimulated/SimulatedKeyboard.h"
+#include "PlatformSimulated/SimulatedMenuPresenter.h"
 #include "PlatformSimulated/SimulatedRunLoopHost.h"
 
 namespace qb {
@@ -16,6 +17,9 @@ namespace qb {
 /// pointer, otherwise to the window of another program, which comes to the front by it. Moves and
 /// releases follow to the window that was pressed. Presses and scroll steps that the tap answers
 /// not to pass are held back from this process's windows only.
+///
+/// While a menu is open a press that passes the tap closes it and goes no further, and a scroll
+/// step goes nowhere else: what is done inside of the menu its own user does.
 class SimulatedPointer : public Pointer {
  public:
   struct Parts {
@@ -25,6 +29,7 @@ class SimulatedPointer : public Pointer {
     SimulatedKeyboard& keyboard;
     SimulatedProcesses& processes;
     SimulatedWindowServer& windowServer;
+    SimulatedMenuPresenter& menuPresenter;
   };
   explicit SimulatedPointer(Parts parts) : parts_(parts) {}
 

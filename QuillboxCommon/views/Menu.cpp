@@ -120,6 +120,25 @@ MenuObserver* Menu::nearestObserver() const {
   return above ? above->nearestObserver() : nullptr;
 }
 
+std::shared_ptr<MenuItem> Menu::highlightedItem() const {
+  auto item = highlightedItem_.lock();
+  return item && item->menu() == this ? item : nullptr;
+}
+
+void Menu::noteHighlightedItem(const std::shared_ptr<MenuItem>& item) {
+  // Compared with what was told: an item that has left its menu counts until another is told of.
+  if (item == highlightedItem_.lock()) return;
+  const auto keep = shared_from_this();
+  highlightedItem_ = item;
+  if (delegate_) delegate_->menuWillHighlightItem(*this, item.get());
+}
+
+void Menu::noteDidClose() {
+  const auto keep = shared_from_this();
+  highlightedItem_.reset();
+  if (delegate_) delegate_->menuDidClose(*this);
+}
+
 void Menu::cancelTracking() {
   std::shared_ptr<Menu> shown;
   for (auto menu = shared_from_this(); menu; menu = menu->supermenu()) {

@@ -17,15 +17,29 @@ namespace qb {
 
 class Menu;
 
+/// What an item's action belongs to. It only gives the kinds of targets a common root, so that
+/// whoever takes an item over can ask what its target is.
+class MenuItemTarget {
+ public:
+  virtual ~MenuItemTarget() = default;
+};
+
+class MenuItem;
+
+/// What an item does. `name` is the action's name ("quitKeyPressed"), so that it can be looked up
+/// and compared.
+struct MenuItemAction {
+  std::string name;
+  std::function<void(MenuItem&)> perform;
+  /// Empty for an action of nobody in particular.
+  std::weak_ptr<MenuItemTarget> target = {};
+};
+
 /// The model of one entry. Entries are shared: a menu owns its entries, and whoever changes them
 /// while the menu is open keeps one too. Main thread.
 class MenuItem : public std::enable_shared_from_this<MenuItem> {
  public:
-  /// `name` is the action's name ("quitKeyPressed"), so that it can be looked up and compared.
-  struct Action {
-    std::string name;
-    std::function<void(MenuItem&)> perform;
-  };
+  using Action = MenuItemAction;
 
   static std::shared_ptr<MenuItem> create(std::string title, Action action = {});
   static std::shared_ptr<MenuItem> separatorItem();
@@ -126,6 +140,9 @@ class Menu : public std::enable_shared_from_this<Menu> {
   void cancelTracking();
   /// The item this is the submenu of, or null.
   std::shared_ptr<MenuItem> supermenuItem() const { return supermenuItem_.lock(); }
+  /// The item under the pointer, or on the way to the open submenu; null for none, and while the
+  /// menu is not open.
+  std::shared_ptr<MenuItem> highlightedItem() const;
 
   /// Not owned; cleared by its owner.
   MenuDelegate* delegate() const { return delegate_; }
@@ -133,13 +150,20 @@ class Menu : public std::enable_shared_from_this<Menu> {
   MenuObserver* observer() const { return observer_; }
   void setObserver(MenuObserver* observer) { observer_ = observer; }
 
+  // For whoever shows the menu.
+  /// Another item is highlighted, or none (null): the delegate hears of it, once for each change.
+  void noteHighlightedItem(const std::shared_ptr<MenuItem>& item);
+  /// The menu is no longer to be seen. Nothing is highlighted, and the delegate hears that it has
+  /// closed.
+  void noteDidClose();
+
  private:
   friend class MenuItem;
   std::shared_ptr<Menu> supermenu() const;
   MenuObserver* nearestObserver() const;
 
   std::string title_;
-  std::weak_ptr<MenuItem> supermenuItem_;
+  std::weak_ptr<MenuItem> supermenuItem_, highlightedItem_;
   bool autoenablesItems_ = true;
   std::vector<std::shared_ptr<MenuItem>> items_;
   MenuDelegate* delegate_ = nullptr;

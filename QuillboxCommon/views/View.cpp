@@ -128,5 +128,6 @@ void View::rightMouseDown(const Event& event) { passUp(superview_, &View::rightM
 void View::rightMouseUp(const Event& event) { passUp(superview_, &View::rightMouseUp, event); }
 void View::scrollWheel(const Event& event) { passUp(superview_, &View::scrollWheel, event); }
 void View::keyDown(const Event& event) { passUp(superview_, &View::keyDown, event); }
+void View::mouseMoved(const Event& event) { passUp(superview_, &View::mouseMoved, event); }
 
 }  // namespace qb

@@ -95,6 +95,10 @@ class View : public std::enable_shared_from_this<View> {
   virtual void rightMouseUp(const Event& event);
   virtual void scrollWheel(const Event& event);
   virtual void keyDown(const Event& event);
+  /// The pointer moves over the view, or has left it. Only menus follow the pointer for the views
+  /// in their items. The base passes moves to the superview and does nothing when it leaves.
+  virtual void mouseMoved(const Event& event);
+  virtual void mouseExited() {}
 
  private:
   friend class Window;

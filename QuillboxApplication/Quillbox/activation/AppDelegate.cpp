@@ -11,6 +11,7 @@
 #include "Quillbox/activation/KeyCommands.h"
 #include "Quillbox/activation/KeyHandlers.h"
 #include "Quillbox/activation/PanelWindow.h"
+#include "Quillbox/activation/PopUpMenuService.h"
 #include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/activation/QuillboxApplication.h"
 #include "Quillbox/activation/TappedEventProcessor.h"
@@ -41,6 +42,7 @@ AppDelegate::AppDelegate(Platform& platform)
       eventMonitors_(std::make_unique<EventMonitors>()),
       keyHandlers_(std::make_unique<KeyHandlers>(*this)),
       userInteraction_(std::make_unique<UserInteraction>(*this)),
+      popUpMenuService_(std::make_unique<PopUpMenuService>(platform)),
       eventTaps_(std::make_unique<EventTaps>(*this)),
       inputMonitor_(std::make_unique<InputMonitor>(*this)),
       keyCommands_(std::make_unique<KeyCommands>(*this)),
@@ -334,5 +336,19 @@ void AppDelegate::endUserInteraction() { userInteraction_->endUserInteraction();
 std::int64_t AppDelegate::userInteractionLevel() const {
   return userInteraction_->userInteractionLevel();
 }
+
+// Menus.
+
+void AppDelegate::popUpMenu(const std::shared_ptr<Menu>& menu,
+                            const std::shared_ptr<MenuItem>& positioningItem, Point location,
+                            View* view, const std::shared_ptr<MenuDelegate>& delegate) {
+  popUpMenuService_->popUpMenu(menu, positioningItem, location, view, delegate);
+}
+
+bool AppDelegate::popUpMenuIsBeingDisplayed() const {
+  return popUpMenuService_->popUpMenuIsBeingDisplayed();
+}
+
+void AppDelegate::invokeMoreMenuItem() { popUpMenuService_->invokeMoreMenuItem(); }
 
 }  // namespace qb

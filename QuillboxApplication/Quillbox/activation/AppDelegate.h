@@ -24,12 +24,17 @@ class InputMonitor;
 class KeyCommands;
 class KeyHandlers;
 class KeyHandlerTarget;
+class Menu;
+class MenuDelegate;
+class MenuItem;
 class PanelWindow;
+class PopUpMenuService;
 class Quillbox;
 class QuillboxApplication;
 class TappedEventProcessor;
 class UserInteraction;
 class UtilityTimer;
+class View;
 class Window;
 
 /// Where everything of the resident process meets: it launches, holds whether the panel is up and
@@ -127,9 +132,13 @@ class AppDelegate : public SettingsDelegate, public std::enable_shared_from_this
   void beginUserInteraction();
   void endUserInteraction();
   std::int64_t userInteractionLevel() const;
-  bool popUpMenuIsBeingDisplayed() const { return popUpMenuIsBeingDisplayed_; }
-  /// Whoever opens a menu over the panel says so for as long as it is open.
-  void setPopUpMenuIsBeingDisplayed(bool displayed) { popUpMenuIsBeingDisplayed_ = displayed; }
+
+  // Menus; see PopUpMenuService.
+  void popUpMenu(const std::shared_ptr<Menu>& menu,
+                 const std::shared_ptr<MenuItem>& positioningItem, Point location, View* view,
+                 const std::shared_ptr<MenuDelegate>& delegate);
+  bool popUpMenuIsBeingDisplayed() const;
+  void invokeMoreMenuItem();
 
   Platform& platform() const { return platform_; }
   Settings& settings() const;
@@ -151,13 +160,13 @@ class AppDelegate : public SettingsDelegate, public std::enable_shared_from_this
   std::int32_t activationState_ = ActivationStateInactive;
   std::int32_t applicationActivationMethod_ = ActivationMethodCommandDoubleTap;
   std::int32_t allowableDismissalMethods_ = 0;
-  bool popUpMenuIsBeingDisplayed_ = false;
 
   // In order of need: what stands below may use what stands above until it goes.
   std::unique_ptr<Quillbox> quillbox_;
   std::unique_ptr<EventMonitors> eventMonitors_;
   std::unique_ptr<KeyHandlers> keyHandlers_;
   std::unique_ptr<UserInteraction> userInteraction_;
+  std::unique_ptr<PopUpMenuService> popUpMenuService_;
   std::unique_ptr<EventTaps> eventTaps_;
   std::unique_ptr<InputMonitor> inputMonitor_;
   std::unique_ptr<PanelWindow> panelWindow_;

@@ -6,10 +6,13 @@
 #include <random>
 #include <utility>
 
+#include "Platform/Graphics.h"
+#include "Platform/MenuPresenter.h"
 #include "Quillbox/Item/Item.h"
 #include "Quillbox/activation/ActivationTypes.h"
 #include "Quillbox/activation/AppDelegate.h"
 #include "Quillbox/activation/EventListener.h"
+#include "Quillbox/activation/MenuHelpers.h"
 #include "Quillbox/activation/PopUpViews.h"
 #include "Quillbox/activation/QuillboxDialogs.h"
 #include "Quillbox/activation/QuillboxNotifications.h"
@@ -40,6 +43,7 @@ Quillbox::Quillbox(AppDelegate& appDelegate, Platform& platform)
       std::make_unique<ApplicationManager>(platform.processes(), platform.workspace());
   imageManager_ = std::make_unique<ImageManager>(platform.graphics());
   settings_ = Settings::sharedSettings(platform.fileSystem());
+  menuHelpers_ = std::make_unique<MenuHelpers>(platform.graphics());
   savedDictionaries_ = std::make_unique<SavedDictionaries>(platform.fileSystem());
   dialogs_ = std::make_unique<QuillboxDialogs>(*this);
   popUpViews_ = std::make_unique<PopUpViews>(*this);
@@ -95,11 +99,34 @@ void Quillbox::noteMouseHasMovedSignificatly() {
   appDelegate_.setAllowableDismissalMethodsForPersistingUserInterface();
 }
 
+bool Quillbox::hasAccessibilityAccess() const { return appDelegate_.hasAccessibilityAccess(); }
+
+// Menus.
+
+void Quillbox::popUpMenu(const std::shared_ptr<Menu>& menu,
+                         const std::shared_ptr<MenuItem>& positioningItem, Point location,
+                         View* view, const std::shared_ptr<MenuDelegate>& delegate) {
+  if (!menu) return;
+  const double height = platform_.menuPresenter().menuSize(*menu).height;
+  appDelegate_.popUpMenu(menu, positioningItem, adjustedMenuLocation(location, height, view), view,
+                         delegate);
+}
+
 bool Quillbox::popUpMenuIsBeingDisplayed() const {
   return appDelegate_.popUpMenuIsBeingDisplayed();
 }
 
-bool Quillbox::hasAccessibilityAccess() const { return appDelegate_.hasAccessibilityAccess(); }
+AttributedString Quillbox::menuTitleWithBeginning(const std::string& beginning,
+                                                  const std::string& applicationName,
+                                                  const std::string& ending) {
+  return MenuHelpers::menuTitleWithBeginning(beginning, applicationName, ending);
+}
+
+std::shared_ptr<MenuItem> Quillbox::customMenuItemWithImage(const Image& image,
+                                                            const std::string& label,
+                                                            MenuItem::Action action) const {
+  return menuHelpers_->customMenuItemWithImage(image, label, std::move(action));
+}
 
 // Keys and events.
 

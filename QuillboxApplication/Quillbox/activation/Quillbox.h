@@ -11,6 +11,7 @@
 #include "QuillboxCommon/PropertyList.h"
 #include "QuillboxCommon/RunLoop.h"
 #include "QuillboxCommon/WeakList.h"
+#include "QuillboxCommon/views/Menu.h"
 
 namespace qb {
 
@@ -23,6 +24,7 @@ class HostView;
 class ImageManager;
 class Item;
 class KeyHandlerTarget;
+class MenuHelpers;
 class PopUpViews;
 class QuillboxDialogs;
 class QuillboxNotifications;
@@ -73,7 +75,20 @@ class Quillbox {
   /// The pointer has moved for real while the panel is up: unless the settings say otherwise, the
   /// panel then stays when the keys are let go.
   void noteMouseHasMovedSignificatly();
+
+  // Menus.
+  /// Opens a menu over the panel, and returns when it has closed: see PopUpMenuService. Where it
+  /// would come too near to the top of the view's window it opens above the view instead.
+  void popUpMenu(const std::shared_ptr<Menu>& menu,
+                 const std::shared_ptr<MenuItem>& positioningItem, Point location, View* view,
+                 const std::shared_ptr<MenuDelegate>& delegate);
   bool popUpMenuIsBeingDisplayed() const;
+  /// See MenuHelpers, also for the next.
+  static AttributedString menuTitleWithBeginning(const std::string& beginning,
+                                                 const std::string& applicationName,
+                                                 const std::string& ending);
+  std::shared_ptr<MenuItem> customMenuItemWithImage(const Image& image, const std::string& label,
+                                                    MenuItem::Action action) const;
   bool hasAccessibilityAccess() const;
 
   // Keys and events.
@@ -147,6 +162,7 @@ class Quillbox {
   std::unique_ptr<ApplicationManager> applicationManager_;
   std::unique_ptr<ImageManager> imageManager_;
   std::shared_ptr<Settings> settings_;
+  std::unique_ptr<MenuHelpers> menuHelpers_;
   std::vector<Item*> registeredItems_;
   WeakList<EventListener> eventListeners_;
   std::unique_ptr<SavedDictionaries> savedDictionaries_;

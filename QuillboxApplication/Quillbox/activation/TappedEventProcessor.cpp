@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "Platform/MenuPresenter.h"
 #include "Quillbox/activation/ActivationTypes.h"
 #include "Quillbox/activation/AppDelegate.h"
 #include "Quillbox/activation/EventMonitors.h"
@@ -35,6 +36,10 @@ bool TappedEventProcessor::tappedEventOccured(const TappedEvent& event) {
     case EventTypeKeyDown:
     case EventTypeKeyUp:
       return processTappedKeyEvent(event);
+    case EventTypeScrollWheel:
+      // The scroll goes on: expanding a menu is all that it does here.
+      appDelegate_.invokeMoreMenuItem();
+      return true;
     default:
       return true;
   }
@@ -49,6 +54,11 @@ bool TappedEventProcessor::processTappedKeyEvent(const TappedEvent& event) {
     key.type = EventTypeKeyDown;
     key.flags = event.flags;
     key.keyCode = event.keyCode;
+    // The keyboard is held for the panel; while a menu is open over it, its keys are the menu's.
+    if (appDelegate_.popUpMenuIsBeingDisplayed() &&
+        appDelegate_.platform().menuPresenter().keyDown(key)) {
+      return false;
+    }
     RunLoop::main().performAfterDelay(this, "keyDown:", 0,
                                       [this, key] { appDelegate_.keyDown(key); });
     return false;

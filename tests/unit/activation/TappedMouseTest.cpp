@@ -101,13 +101,18 @@ TEST_F(TappedMouseTest, PressOnARowThatGoesElsewhereDismissesAfterATenthOfASecon
 }
 
 TEST_F(TappedMouseTest, WhileAPopUpMenuIsOpenAPressNeitherDismissesNorIsSwallowed) {
-  appDelegate->setPopUpMenuIsBeingDisplayed(true);
-  EXPECT_TRUE(quillbox->popUpMenuIsBeingDisplayed());
-  EXPECT_TRUE(pressAtTap({720, 100}));
-  EXPECT_TRUE(pressAtTap({720, 10}));
-  platform.runFor(0.2);
-  EXPECT_TRUE(isActive());
-  appDelegate->setPopUpMenuIsBeingDisplayed(false);
+  const auto menu = Menu::create();
+  menu->addItem(MenuItem::create("Entry"));
+  platform.menuPresenter().whenMenuOpens([&](SimulatedMenuUser& user) {
+    EXPECT_TRUE(quillbox->popUpMenuIsBeingDisplayed());
+    EXPECT_TRUE(pressAtTap({720, 100}));
+    EXPECT_TRUE(pressAtTap({720, 10}));
+    user.rest(0.2);
+    EXPECT_TRUE(isActive());
+    user.escape();
+  });
+  quillbox->popUpMenu(menu, nullptr, {100, 100}, &host(), nullptr);
+  EXPECT_FALSE(quillbox->popUpMenuIsBeingDisplayed());
   EXPECT_FALSE(pressAtTap({720, 100}));
 }
 
