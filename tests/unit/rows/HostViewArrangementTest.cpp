@@ -120,7 +120,7 @@ TEST_F(HostViewArrangementTest, RowsAreAsWideAsTheMostCellsThatFit) {
   EXPECT_EQ(frameOfRow(0).width(), 986);
   sizeView(986, 800);
   EXPECT_EQ(frameOfRow(0).width(), 986);
-  sizeView(985, 800);
+  sizeView(984, 800);
   EXPECT_EQ(frameOfRow(0).width(), 936);
 }
 

@@ -1,4 +1,4 @@
-#include "Quillbox/activation/Settings.h"
+#include "Platform/KeyCodes.h"
 #include "support/HostViewFixture.h"
 
 namespace qb::test {
@@ -74,6 +74,7 @@ TEST_F(HostViewPointerTest, FromThenOnEveryPointCounts) {
 TEST_F(HostViewPointerTest, TheFirstRealMovementIsTold) {
   makeRows({3});
   makeDefaults(0, 0);
+  platform.keyboard().press(KeyCodeLeftCommand);
   openPanel(ActivationMethodCommandTab);
   platform.runFor(0.4);
   const std::int32_t before = appDelegate->allowableDismissalMethods();
