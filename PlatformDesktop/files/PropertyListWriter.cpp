@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -17,9 +18,13 @@ constexpr std::string_view head =
     "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
     "<plist version=\"1.0\">\n";
 
-/// Broken UTF-8 would make the whole file unreadable.
+/// Broken UTF-8, or one of the two characters beyond the blanks that XML leaves out, would make the
+/// whole file unreadable.
 std::string wellFormed(const std::string& text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).toStdString();
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
+      .remove(QChar(0xFFFE))
+      .remove(QChar(0xFFFF))
+      .toStdString();
 }
 
 std::string escaped(const std::string& text) {
@@ -56,7 +61,10 @@ std::string realText(double value) {
 
 std::string dateText(PropertyList::Date date) {
   constexpr qint64 secondsBeforeReferenceDate = 978307200;
-  const auto seconds = static_cast<qint64>(std::llround(date.seconds));
+  // The years 1 to 9999: the form has four digits for them.
+  constexpr double earliest = -63113904000, latest = 252423993599;
+  const double held = std::isnan(date.seconds) ? 0 : std::clamp(date.seconds, earliest, latest);
+  const auto seconds = static_cast<qint64>(std::llround(held));
   return QDateTime::fromSecsSinceEpoch(seconds + secondsBeforeReferenceDate, Qt::UTC)
       .toString(Qt::ISODate)
       .toStdString();
