@@ -24,10 +24,7 @@ class HotKey : public InputDesk {
 
 class HotKeyOfAnotherProgram : public HotKey {
  protected:
-  HotKeyOfAnotherProgram() {
-    windowManager_.end();
-    windowManager_ = startWindowManager(server_.display(), WindowManagerKeys::AltTab);
-  }
+  HotKeyOfAnotherProgram() { restartWindowManager(WindowManagerKeys::AltTab); }
 };
 
 TEST_F(HotKey, ComesToTheHandlerWithoutATap) {
@@ -192,8 +189,7 @@ TEST_F(HotKeyOfAnotherProgram, ChordIsLoggedAndLeftAlone) {
 
 TEST_F(HotKeyOfAnotherProgram, ChordIsHadOnceTheOtherProgramHasGone) {
   input_.createTap({{superTab, altShiftTab}});
-  windowManager_.end();
-  windowManager_ = startWindowManager(server_.display(), WindowManagerKeys::None);
+  restartWindowManager(WindowManagerKeys::None);
   ASSERT_TRUE(waitFor([&] {
     XClient probe(server_.display());
     return !probe.grabKey(KeyCodeTab, XCB_MOD_MASK_1 | XCB_MOD_MASK_SHIFT);

@@ -29,6 +29,7 @@ InputUnderTest::InputUnderTest(const std::string& display)
   host.currentMode = [this] { return mode; };
   host.pointerSpace = [this] { return space; };
   host.isOwnWindow = [this](std::uint32_t window) {
+    ++windowsAskedFor;
     return std::find(ownWindows.begin(), ownWindows.end(), window) != ownWindows.end();
   };
   host.isAllowed = [this] { return allowed; };
@@ -81,6 +82,13 @@ InputDesk::InputDesk(WindowManagerKeys keys)
       client_(server_.display()),
       input_(server_.display()) {
   client_.openWindow();
+  client_.takeFocus();
+  returnsSeen_ = client_.keyboardReturns;
+}
+
+void InputDesk::restartWindowManager(WindowManagerKeys keys) {
+  windowManager_.end();
+  windowManager_ = startWindowManager(server_.display(), keys);
   client_.takeFocus();
   returnsSeen_ = client_.keyboardReturns;
 }

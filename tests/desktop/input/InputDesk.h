@@ -62,6 +62,7 @@ class InputUnderTest : public Pump {
   RunLoopMode mode = RunLoopMode::Default;
   PointerSpace space{Rect::make(0, 0, 800, 600), 1};
   std::vector<std::uint32_t> ownWindows;
+  int windowsAskedFor = 0;
   bool allowed = true;
 
   int descriptor() const override { return bell_; }
@@ -78,6 +79,7 @@ class InputDesk : public ::testing::Test {
  protected:
   explicit InputDesk(WindowManagerKeys keys = WindowManagerKeys::None);
 
+  void restartWindowManager(WindowManagerKeys keys);
   bool waitFor(const std::function<bool()>& predicate);
   /// Types a key that nobody takes and waits until the client has it: all that went before has
   /// been handed out by then.

@@ -55,6 +55,17 @@ void XClient::openWindow() {
   EXPECT_TRUE(waitUntil({this}, [&] { return managed_; })) << "the client got no frame";
 }
 
+void XClient::openBypassWindow(int x, int y, int width, int height) {
+  window_ = xcb_generate_id(xcb());
+  const std::uint32_t overrideRedirect = 1;
+  xcb_create_window(xcb(), XCB_COPY_FROM_PARENT, window_, root_, static_cast<std::int16_t>(x),
+                    static_cast<std::int16_t>(y), static_cast<std::uint16_t>(width),
+                    static_cast<std::uint16_t>(height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                    XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
+  xcb_map_window(xcb(), window_);
+  sync();
+}
+
 void XClient::takeFocus() {
   xcb_set_input_focus(xcb(), XCB_INPUT_FOCUS_PARENT, window_, XCB_CURRENT_TIME);
   EXPECT_TRUE(waitUntil({this}, [&] { return focused_; })) << "the client got no focus";

@@ -39,6 +39,8 @@ class XClient : public Pump {
 
   /// Makes its window, and waits until it is managed.
   void openWindow();
+  /// A window that no window manager touches; answers when it is there.
+  void openBypassWindow(int x, int y, int width, int height);
   void takeFocus();
   /// The keys that its window got, modifiers left out.
   std::vector<Key> keys;
