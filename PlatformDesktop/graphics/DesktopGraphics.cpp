@@ -10,6 +10,9 @@
 #include "PlatformDesktop/graphics/QtConversions.h"
 #include "PlatformDesktop/graphics/TextCache.h"
 
+/// Of a library that is linked in, resources must be asked for; the macro knows no namespaces.
+static void initializeResources() { Q_INIT_RESOURCE(quillbox_images); }
+
 namespace qb {
 
 namespace {
@@ -47,7 +50,9 @@ QImage inSquare(const QImage& image) {
 }  // namespace
 
 DesktopGraphics::DesktopGraphics(RunLoopHost& host, std::shared_ptr<IconSource> icons, double scale)
-    : host_(host), icons_(std::move(icons)), scale_(scale) {}
+    : host_(host), icons_(std::move(icons)), scale_(scale) {
+  initializeResources();
+}
 
 DesktopGraphics::~DesktopGraphics() = default;
 

@@ -46,6 +46,7 @@ QtRunLoopHost::QtRunLoopHost()
   });
   connect(wakeNotifier_.get(), &QSocketNotifier::activated, this, [this] {
     drainDescriptor(wakeEvent_);
+    if (wakeObserver_) wakeObserver_();
     service();
   });
   connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,

@@ -25,6 +25,8 @@ class QtRunLoopHost : public QObject, public RunLoopHost {
 
   /// The loop to serve; null before it goes away.
   void setRunLoop(RunLoop* loop) { loop_ = loop; }
+  /// Called at each wake-up from another thread, before the loop is served.
+  void setWakeObserver(std::function<void()> observer) { wakeObserver_ = std::move(observer); }
   /// Lets the background blocks under way end; later ones are dropped. Before the loop goes.
   void finishBackgroundWork() { pool_.finish(); }
   /// Calls `block` each time before the thread goes to sleep with nothing due: where what many
@@ -54,6 +56,7 @@ class QtRunLoopHost : public QObject, public RunLoopHost {
   std::unique_ptr<QSocketNotifier> timerNotifier_, wakeNotifier_;
   Moment deadline_ = distantFuture;
   Moment armedDeadline_ = distantFuture;
+  std::function<void()> wakeObserver_;
   std::vector<Sleeper> sleepers_;
   std::uint64_t lastSleeper_ = 0;
   ThreadPool pool_{2};

@@ -19,6 +19,7 @@ class ClickCatcher {
   ClickCatcher& operator=(const ClickCatcher&) = delete;
 
   void setUp(bool up);
+  xcb_window_t id() const { return window_; }
   bool isUp() const { return up_; }
   /// On top of all windows; ours go above it afterwards.
   void raise();

@@ -73,6 +73,15 @@ void DesktopWindowServer::add(DesktopWindow& window) { windows_.push_back(&windo
 
 void DesktopWindowServer::remove(DesktopWindow& window) { std::erase(windows_, &window); }
 
+bool DesktopWindowServer::isOwnWindow(xcb_window_t id) const {
+  if (id == catcher_->id()) return true;
+  const QWindowList windows = QGuiApplication::topLevelWindows();
+  return std::any_of(windows.begin(), windows.end(), [id](const QWindow* window) {
+    // Asking one that has none yet for its id would make one.
+    return window->handle() != nullptr && window->winId() == id;
+  });
+}
+
 void DesktopWindowServer::setKeyWindow(DesktopWindow* window) {
   if (window == keyWindow_) return;
   const bool wasKey = keyWindow_ != nullptr;

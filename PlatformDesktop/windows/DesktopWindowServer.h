@@ -29,6 +29,9 @@ class DesktopWindowServer : public WindowServer, private QAbstractNativeEventFil
 
   /// Told true when a window of ours becomes key, false when none is any more.
   void setKeyObserver(std::function<void(bool)> observer) { keyObserver_ = std::move(observer); }
+  /// Whether a window that stands on the root is one of this process's: a window of the core, or of
+  /// Qt.
+  bool isOwnWindow(xcb_window_t id) const;
   PointerInput& pointerInput() { return pointerInput_; }
 
   // For the windows.

@@ -1,0 +1,108 @@
+#include "PlatformDesktop/DesktopPlatform.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <algorithm>
+#include <utility>
+
+#include "PlatformDesktop/graphics/DesktopIcons.h"
+
+namespace qb {
+
+namespace {
+
+double greatestScale() {
+  double scale = 1;
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    scale = std::max(scale, screen->devicePixelRatio());
+  }
+  return scale;
+}
+
+/// The number of the X screen that Qt has opened.
+int screenNumber(xcb_connection_t* connection) {
+  char* host = nullptr;
+  int display = 0, screen = 0;
+  if (xcb_parse_display(nullptr, &host, &display, &screen)) std::free(host);
+  return screen < xcb_setup_roots_length(xcb_get_setup(connection)) ? screen : 0;
+}
+
+}  // namespace
+
+std::variant<std::unique_ptr<DesktopPlatform>, DesktopPlatformError> DesktopPlatform::create() {
+  const auto* const x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
+  if (x11 == nullptr) return DesktopPlatformError{"Quillbox needs an X11 display."};
+  const auto formats = ScreenFormats::query(x11->connection(), screenNumber(x11->connection()));
+  if (!formats) {
+    return DesktopPlatformError{
+        "Quillbox needs an X server with the RENDER extension and translucent windows."};
+  }
+  std::unique_ptr<DesktopPlatform> platform(new DesktopPlatform(*formats));
+  auto input = DesktopInput::create(platform->inputHost());
+  if (const auto* error = std::get_if<InputError>(&input)) {
+    return DesktopPlatformError{error->message};
+  }
+  platform->setInput(std::get<std::unique_ptr<DesktopInput>>(std::move(input)));
+  return platform;
+}
+
+DesktopPlatform::DesktopPlatform(const ScreenFormats& formats)
+    : runLoop_(std::make_unique<RunLoop>(runLoopHost_)),
+      catalogue_(runLoopHost_),
+      processes_(catalogue_, programWindows_),
+      workspace_(processes_, catalogue_),
+      graphics_(runLoopHost_, std::make_shared<DesktopIcons>(programWindows_), greatestScale()),
+      windowServer_(formats, displays_, runLoopHost_),
+      distributedNotifications_(sessionBus_),
+      pasteboards_(fileSystem_),
+      scripts_(applicationControl_),
+      userDefaults_(fileSystem_) {
+  runLoopHost_.setRunLoop(runLoop_.get());
+  catalogue_.setChangeObserver([this] { graphics_.forgetIcons(); });
+}
+
+DesktopPlatform::~DesktopPlatform() {
+  runLoopHost_.finishBackgroundWork();
+  runLoopHost_.setWakeObserver({});
+  beforeSleep_.cancel();
+  windowServer_.setKeyObserver({});
+  windowServer_.pointerInput().setTap({});
+  processes_.setUserTime({});
+  input_.reset();
+  runLoopHost_.setRunLoop(nullptr);
+  // What its work holds may still need the rest.
+  runLoop_.reset();
+}
+
+DesktopInputHost DesktopPlatform::inputHost() {
+  return {.wake = [this] { runLoopHost_.wakeUp(); },
+          .currentMode = [this] { return runLoop_->currentMode(); },
+          .pointerSpace = [this] { return pointerSpace(); },
+          .isOwnWindow = [this](std::uint32_t id) { return windowServer_.isOwnWindow(id); },
+          .isAllowed = {}};
+}
+
+void DesktopPlatform::setInput(std::unique_ptr<DesktopInput> input) {
+  input_ = std::move(input);
+  runLoopHost_.setWakeObserver([this] { input_->drain(); });
+  beforeSleep_ = runLoopHost_.addBeforeSleep([this] {
+    // Events that a mode of the loop held back may be due in this one.
+    input_->drain();
+    processes_.update();
+  });
+  processes_.setUserTime([this] { return input_->lastUserTime(); });
+  windowServer_.setKeyObserver([this](bool isKey) { processes_.setOwnWindowIsKey(isKey); });
+  windowServer_.pointerInput().setTap(
+      [this](const TappedEvent& event) { return input_->eventTap().tapPointerEvent(event); });
+}
+
+PointerSpace DesktopPlatform::pointerSpace() const {
+  const auto& displays = displays_.map().displays();
+  if (displays.empty()) return {};
+  const DisplayMap::Display& primary = displays.front();
+  return {.primary = Rect::make(primary.pixels.x, primary.pixels.y, primary.pixels.width,
+                                primary.pixels.height),
+          .scale = primary.scale};
+}
+
+}  // namespace qb

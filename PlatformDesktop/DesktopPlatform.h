@@ -1,0 +1,94 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <variant>
+
+#include "Platform/Platform.h"
+#include "PlatformDesktop/displays/DesktopDisplays.h"
+#include "PlatformDesktop/files/DesktopFileSystem.h"
+#include "PlatformDesktop/graphics/DesktopGraphics.h"
+#include "PlatformDesktop/input/DesktopInput.h"
+#include "PlatformDesktop/processes/ApplicationCatalogue.h"
+#include "PlatformDesktop/processes/DesktopProcesses.h"
+#include "PlatformDesktop/processes/DesktopWorkspace.h"
+#include "PlatformDesktop/runloop/QtRunLoopHost.h"
+#include "PlatformDesktop/session/DesktopApplicationControl.h"
+#include "PlatformDesktop/session/DesktopDistributedNotifications.h"
+#include "PlatformDesktop/session/DesktopLoginItems.h"
+#include "PlatformDesktop/session/DesktopPasteboards.h"
+#include "PlatformDesktop/session/DesktopScripts.h"
+#include "PlatformDesktop/session/DesktopUserDefaults.h"
+#include "PlatformDesktop/session/SessionBus.h"
+#include "PlatformDesktop/windows/DesktopWindowServer.h"
+
+namespace qb {
+
+/// Why the platform cannot be had on this X server: one sentence for the user.
+struct DesktopPlatformError {
+  std::string message;
+};
+
+/// The Linux desktop, with the main run loop. Needs a QApplication on an X server, before it and
+/// after it. One at a time; everything made on it must go before it. Main thread.
+class DesktopPlatform : public Platform {
+ public:
+  static std::variant<std::unique_ptr<DesktopPlatform>, DesktopPlatformError> create();
+  ~DesktopPlatform() override;
+  DesktopPlatform(const DesktopPlatform&) = delete;
+  DesktopPlatform& operator=(const DesktopPlatform&) = delete;
+
+  RunLoop& runLoop() { return *runLoop_; }
+  /// Waits for what runs in the background, and drops the rest.
+  void finishBackgroundWork() { runLoopHost_.finishBackgroundWork(); }
+
+  QtRunLoopHost& runLoopHost() override { return runLoopHost_; }
+  DesktopAccessibility& accessibility() override { return input_->accessibility(); }
+  DesktopApplicationControl& applicationControl() override { return applicationControl_; }
+  DesktopDisplays& displays() override { return displays_; }
+  DesktopDistributedNotifications& distributedNotifications() override {
+    return distributedNotifications_;
+  }
+  DesktopEventTap& eventTap() override { return input_->eventTap(); }
+  DesktopFileSystem& fileSystem() override { return fileSystem_; }
+  DesktopGraphics& graphics() override { return graphics_; }
+  DesktopHotKeys& hotKeys() override { return input_->hotKeys(); }
+  DesktopKeyboard& keyboard() override { return input_->keyboard(); }
+  DesktopLoginItems& loginItems() override { return loginItems_; }
+  DesktopPasteboards& pasteboards() override { return pasteboards_; }
+  DesktopPointer& pointer() override { return input_->pointer(); }
+  DesktopProcesses& processes() override { return processes_; }
+  DesktopScripts& scripts() override { return scripts_; }
+  DesktopUserDefaults& userDefaults() override { return userDefaults_; }
+  DesktopWindowServer& windowServer() override { return windowServer_; }
+  DesktopWorkspace& workspace() override { return workspace_; }
+
+ private:
+  explicit DesktopPlatform(const ScreenFormats& formats);
+
+  DesktopInputHost inputHost();
+  void setInput(std::unique_ptr<DesktopInput> input);
+  PointerSpace pointerSpace() const;
+
+  QtRunLoopHost runLoopHost_;
+  std::unique_ptr<RunLoop> runLoop_;
+  std::shared_ptr<ProgramWindows> programWindows_ = std::make_shared<ProgramWindows>();
+  ApplicationCatalogue catalogue_;
+  DesktopFileSystem fileSystem_;
+  DesktopDisplays displays_;
+  DesktopProcesses processes_;
+  DesktopWorkspace workspace_;
+  DesktopGraphics graphics_;
+  DesktopWindowServer windowServer_;
+  SessionBus sessionBus_;
+  DesktopApplicationControl applicationControl_;
+  DesktopDistributedNotifications distributedNotifications_;
+  DesktopLoginItems loginItems_;
+  DesktopPasteboards pasteboards_;
+  DesktopScripts scripts_;
+  DesktopUserDefaults userDefaults_;
+  std::unique_ptr<DesktopInput> input_;
+  Subscription beforeSleep_;
+};
+
+}  // namespace qb

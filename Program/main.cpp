@@ -1,0 +1,101 @@
+#include <signal.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QSocketNotifier>
+#include <clocale>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "PlatformDesktop/DesktopPlatform.h"
+#include "PlatformDesktop/InstanceLock.h"
+#include "PlatformDesktop/StandardErrorLog.h"
+#include "Quillbox/activation/AppDelegate.h"
+
+namespace {
+
+/// With what the program ends.
+enum ExitStatus : int {
+  ExitStatusOrderly = 0,
+  ExitStatusNoDisplay = 2,
+  ExitStatusAlreadyRunning = 3,
+  ExitStatusDisplayLacksExtension = 4,
+  ExitStatusUsage = 64,
+};
+
+int fail(ExitStatus status, std::string_view message) {
+  qb::log(message);
+  return status;
+}
+
+int stopEvent = -1;
+
+extern "C" void requestStop(int) {
+  const std::uint64_t one = 1;
+  [[maybe_unused]] const ssize_t written = write(stopEvent, &one, sizeof one);
+}
+
+/// The signals by which a session or a terminal ends its programs make the main loop end.
+void endLoopOnSignals() {
+  stopEvent = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+  struct sigaction action {};
+  action.sa_handler = requestStop;
+  action.sa_flags = SA_RESTART;
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
+  signal(SIGPIPE, SIG_IGN);
+}
+
+/// Asked before Qt starts, which such a server may well satisfy.
+std::string whatInputLacks() {
+  const auto connection = qb::InputConnection::open(nullptr);
+  const auto* const error = std::get_if<qb::InputError>(&connection);
+  return error ? error->message : "";
+}
+
+int runOnDisplay(int argc, char* argv[]) {
+  // Qt's own event loop wakes less and takes less memory than the one of GLib.
+  qputenv("QT_NO_GLIB", "1");
+  QApplication application(argc, argv);
+  // What is written to files and read from them must not depend on the user's language.
+  std::setlocale(LC_NUMERIC, "C");
+  QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setApplicationName("quillbox");
+  QApplication::setApplicationDisplayName("Quillbox");
+  const QSocketNotifier stop(stopEvent, QSocketNotifier::Read);
+  QObject::connect(&stop, &QSocketNotifier::activated, &application, &QApplication::quit);
+
+  auto created = qb::DesktopPlatform::create();
+  if (const auto* error = std::get_if<qb::DesktopPlatformError>(&created)) {
+    return fail(ExitStatusDisplayLacksExtension, error->message);
+  }
+  auto& platform = *std::get<std::unique_ptr<qb::DesktopPlatform>>(created);
+  const auto delegate = qb::AppDelegate::create(platform);
+  delegate->applicationDidFinishLaunching();
+  QApplication::exec();
+  delegate->applicationWillTerminate();
+  platform.finishBackgroundWork();
+  return ExitStatusOrderly;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  const qb::StandardErrorLog log;
+  if (argc > 1) return fail(ExitStatusUsage, "Quillbox takes no arguments.");
+  qb::InstanceLock::Failure failure{};
+  const auto lock = qb::InstanceLock::acquire(failure);
+  if (!lock && failure == qb::InstanceLock::Failure::NoDisplay) {
+    return fail(ExitStatusNoDisplay,
+                "Quillbox found no X server. Is DISPLAY set, and may you use that display?");
+  }
+  if (!lock) {
+    return fail(ExitStatusAlreadyRunning, "Quillbox is already running on this display.");
+  }
+  endLoopOnSignals();
+  if (const std::string missing = whatInputLacks(); !missing.empty()) {
+    return fail(ExitStatusDisplayLacksExtension, missing);
+  }
+  return runOnDisplay(argc, argv);
+}
