@@ -135,7 +135,7 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
 
   // Pointer, told by the host view. Points are in the row's coordinates.
   void mouseEntered();
-  void mouseExited();
+  void mouseExited() override;
   void mouseMovedWithinViewFromLocation(Point from, Point to);
   /// A release was seen anywhere.
   void mouseUpEventMonitored(const Event& event);

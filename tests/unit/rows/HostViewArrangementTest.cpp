@@ -141,8 +141,8 @@ TEST_F(HostViewArrangementTest, KnowsHowManyRowsFitAtTheSmallest) {
     double height;
     std::int64_t lower, rows;
   };
-  const Case cases[] = {{800, 50, 6}, {752, 50, 6}, {751, 50, 5}, {1200, 30, 11}, {386, 50, 3},
-                        {385, 50, 2}, {200, 50, 2}, {50, 50, 2}};
+  const Case cases[] = {{800, 50, 6}, {752, 50, 6}, {751, 50, 5}, {1200, 30, 11},
+                        {386, 50, 3}, {385, 50, 2}, {200, 50, 2}, {50, 50, 2}};
   for (const Case& one : cases) {
     SCOPED_TRACE(one.height);
     makeRows({1});

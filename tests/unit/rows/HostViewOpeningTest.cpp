@@ -72,8 +72,7 @@ TEST_F(HostViewOpeningTest, EveryRowGoesThroughTheOpeningInOrder) {
   present(ActivationMethodCommandDoubleTap);
   EXPECT_EQ(providers[0]->log, (CallLog{"noteEnvironment", "createItems", "itemsWillBeDisplayed",
                                         "gainActiveStatus"}));
-  EXPECT_EQ(providers[1]->log,
-            (CallLog{"noteEnvironment", "createItems", "itemsWillBeDisplayed"}));
+  EXPECT_EQ(providers[1]->log, (CallLog{"noteEnvironment", "createItems", "itemsWillBeDisplayed"}));
 }
 
 TEST_F(HostViewOpeningTest, EveryRowGoesThroughTheClosing) {
