@@ -145,8 +145,14 @@ TEST_F(KeyHandlersTest, RemovedAndInstalledInOnePassItCanBeRemovedAgain) {
 }
 
 TEST_F(KeyHandlersTest, RemovingAnUnknownHandlerIsHarmless) {
+  const auto other = std::make_shared<TestTarget>();
+  open(ActivationMethodCommandTab);
+  quillbox->installKeyCodeHandler(key, other, "act");
   quillbox->removeKeyCodeHandler(key, target);
+  quillbox->removeKeyCodeHandler(key + 1, other);
   platform.runPending();
+  tap(key);
+  EXPECT_THAT(other->performed, ElementsAre("act"));
 }
 
 TEST_F(KeyHandlersTest, RefusedHotKeyLeavesTheFirstRegistrationInPlace) {
