@@ -121,6 +121,7 @@ void HostView::windowWillBeDismissed(Window& window) {
 }
 
 void HostView::windowWasDismissed(Window& /*window*/) {
+  quillbox->dismissPopUpViewsForAllItems();
   for (const auto& row : tabRows_) row->hostViewWasDismissed();
   if (activeTabRow_) activeTabRow_->relinquishActiveStatus();
 }

@@ -2,6 +2,7 @@
 #include "Quillbox/managers/ApplicationManager.h"
 #include "Quillbox/providers/TabRowProvider.h"
 #include "Quillbox/rows/TabRow.h"
+#include "QuillboxCommon/views/RoundedRectangleView.h"
 #include "support/HostViewFixture.h"
 
 namespace qb::test {
@@ -84,6 +85,18 @@ TEST_F(HostViewOpeningTest, EveryRowGoesThroughTheClosing) {
                                         "relinquishActiveStatus"}));
   EXPECT_EQ(providers[1]->log, (CallLog{"itemsWillBeDismissed", "owningTabRowWasDismissed"}));
   EXPECT_TRUE(rows[0]->items().empty());
+}
+
+TEST_F(HostViewOpeningTest, ClosingTakesDownWhatItemsHavePoppedUp) {
+  makeRows({2});
+  present(ActivationMethodCommandDoubleTap);
+  Item& item = *rows[0]->items()[1];
+  quillbox->presentPopUpView(std::make_shared<View>(Rect::make(0, 0, 40, 30)), item);
+  ASSERT_NE(item.popUpView(), nullptr);
+  const std::size_t shown = host().subviews().size();
+  dismiss();
+  EXPECT_EQ(item.popUpView(), nullptr);
+  EXPECT_EQ(host().subviews().size(), shown - 1);
 }
 
 TEST_F(HostViewOpeningTest, ActiveRowIsRememberedUntilTheNextOpening) {
