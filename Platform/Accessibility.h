@@ -4,6 +4,10 @@
 
 namespace qb {
 
+/// The default by which the user keeps this program from the desktop's input: a boolean, set in the
+/// preference program.
+inline constexpr const char* kInputAccessIsDeniedKey = "InputAccessIsDenied";
+
 /// The right to see and take the desktop's input. Main thread.
 class Accessibility {
  public:

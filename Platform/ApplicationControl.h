@@ -29,6 +29,8 @@ class ApplicationControl {
   /// Opens a file with what it belongs to; a preference pane is a program and runs. False when
   /// there is no such file.
   virtual bool openFile(const std::string& path) = 0;
+  /// Opens an address in the user's browser. False when there is none.
+  virtual bool openURL(const std::string& url) = 0;
   /// Ends this program in order: the main loop ends, then `applicationWillTerminate` is due.
   /// Answers at once. Harmless when repeated.
   virtual void terminate() = 0;

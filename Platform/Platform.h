@@ -6,6 +6,7 @@ namespace qb {
 
 class Accessibility;
 class ApplicationControl;
+class Archiver;
 class Dialogs;
 class Displays;
 class DistributedNotifications;
@@ -33,6 +34,7 @@ class Platform {
   virtual RunLoopHost& runLoopHost() = 0;
   virtual Accessibility& accessibility() = 0;
   virtual ApplicationControl& applicationControl() = 0;
+  virtual Archiver& archiver() = 0;
   virtual Dialogs& dialogs() = 0;
   virtual Displays& displays() = 0;
   virtual DistributedNotifications& distributedNotifications() = 0;

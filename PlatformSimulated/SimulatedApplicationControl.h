@@ -28,6 +28,10 @@ class SimulatedApplicationControl : public ApplicationControl {
     openedFiles_.push_back(path);
     return files_.contains(path);
   }
+  bool openURL(const std::string& url) override {
+    openedURLs_.push_back(url);
+    return true;
+  }
   void terminate() override { ++numberOfTerminations_; }
 
   void setBundlePath(std::string path) { bundlePath_ = std::move(path); }
@@ -47,6 +51,7 @@ class SimulatedApplicationControl : public ApplicationControl {
   const std::vector<Launch>& launches() const { return launches_; }
   /// Every `openFile`, those that failed too.
   const std::vector<std::string>& openedFiles() const { return openedFiles_; }
+  const std::vector<std::string>& openedURLs() const { return openedURLs_; }
   int numberOfTerminations() const { return numberOfTerminations_; }
 
  private:
@@ -57,6 +62,7 @@ class SimulatedApplicationControl : public ApplicationControl {
   std::set<std::string> files_{"/Library/PreferencePanes/QuillboxPrefrences.prefPane"};
   std::vector<Launch> launches_;
   std::vector<std::string> openedFiles_;
+  std::vector<std::string> openedURLs_;
   int numberOfTerminations_ = 0;
 };
 

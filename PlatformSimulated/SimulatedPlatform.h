@@ -7,6 +7,7 @@
 #include "Platform/Platform.h"
 #include "PlatformSimulated/SimulatedAccessibility.h"
 #include "PlatformSimulated/SimulatedApplicationControl.h"
+#include "PlatformSimulated/SimulatedArchiver.h"
 #include "PlatformSimulated/SimulatedDialogs.h"
 #include "PlatformSimulated/SimulatedDisplays.h"
 #include "PlatformSimulated/SimulatedDistributedNotifications.h"
@@ -49,6 +50,7 @@ class SimulatedPlatform : public Platform {
   SimulatedRunLoopHost& runLoopHost() override { return runLoopHost_; }
   SimulatedAccessibility& accessibility() override { return accessibility_; }
   SimulatedApplicationControl& applicationControl() override { return applicationControl_; }
+  SimulatedArchiver& archiver() override { return archiver_; }
   SimulatedDialogs& dialogs() override { return dialogs_; }
   SimulatedDisplays& displays() override { return displays_; }
   SimulatedDistributedNotifications& distributedNotifications() override {
@@ -92,6 +94,7 @@ class SimulatedPlatform : public Platform {
   std::unique_ptr<RunLoop> runLoop_;
   SimulatedAccessibility accessibility_;
   SimulatedApplicationControl applicationControl_;
+  SimulatedArchiver archiver_;
   SimulatedDialogs dialogs_;
   SimulatedDisplays displays_;
   SimulatedDistributedNotifications distributedNotifications_;

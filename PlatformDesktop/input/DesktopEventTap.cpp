@@ -40,7 +40,8 @@ void DesktopEventTap::release() {
 }
 
 void DesktopEventTap::enable(bool enabled) {
-  enabled_ = enabled && callback_;
+  // Access may have been taken back since it was made.
+  enabled_ = enabled && callback_ && isTrusted_();
   sendRules();
 }
 

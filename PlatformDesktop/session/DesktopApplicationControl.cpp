@@ -1,0 +1,105 @@
+#include "PlatformDesktop/session/DesktopApplicationControl.h"
+
+#include <fcntl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QSysInfo>
+#include <utility>
+
+#include "PlatformDesktop/processes/DesktopFolders.h"
+#include "PlatformDesktop/processes/Launcher.h"
+#include "PlatformDesktop/processes/ProgramFile.h"
+#include "QuillboxCommon/Log.h"
+
+namespace qb {
+
+namespace {
+
+/// The product's tests of the system version know a scale of numbers that this system is not on.
+/// The first version after "Mountain Lion" is where it stands: access is granted to one program at
+/// a time, and files carry tags by name.
+constexpr const char* systemVersion = "Version 10.9";
+
+constexpr const char* relauncherIdentifier = "vorlane.Quillbox-Relauncher";
+/// The preference program's place where every user has it; another one in the user's own folder
+/// is opened only if there is such a program.
+constexpr const char* preferencePane = "/Library/PreferencePanes/QuillboxPrefrences.prefPane";
+
+bool isProgram(const std::string& path) {
+  const QFileInfo file(QString::fromStdString(path));
+  return file.isFile() && file.isExecutable();
+}
+
+std::vector<std::string> ownArguments() {
+  std::vector<std::string> arguments;
+  const QStringList all = QCoreApplication::arguments();
+  for (int i = 1; i < all.size(); ++i) arguments.push_back(all.at(i).toStdString());
+  return arguments;
+}
+
+}  // namespace
+
+DesktopApplicationControl::DesktopApplicationControl()
+    : bundlePath_(programFileOfProcess(getpid()).path) {}
+
+std::string DesktopApplicationControl::shortVersionString() const { return QUILLBOX_VERSION; }
+
+std::string DesktopApplicationControl::operatingSystemVersionString() const {
+  return std::string(systemVersion) + " (" + QSysInfo::prettyProductName().toStdString() + ")";
+}
+
+std::string DesktopApplicationControl::programBeside(const std::string& name) const {
+  return bundlePath_.substr(0, bundlePath_.rfind('/') + 1) + name;
+}
+
+bool DesktopApplicationControl::launchAppWithBundleIdentifier(const std::string& identifier,
+                                                              std::uint32_t /*options*/) {
+  const bool started = identifier == relauncherIdentifier && launchRelauncher();
+  if (!started) log("There is no helper program " + identifier + " beside " + bundlePath_ + ".");
+  return started;
+}
+
+bool DesktopApplicationControl::launchRelauncher() const {
+  // The helper gets hold of this very process, whose number may belong to another one later.
+  const int process = static_cast<int>(syscall(SYS_pidfd_open, getpid(), 0));
+  if (process < 0) return false;
+  fcntl(process, F_SETFD, 0);
+  std::vector<std::string> words{programBeside("quillbox-relauncher"), std::to_string(process),
+                                 bundlePath_};
+  for (std::string& argument : ownArguments()) words.push_back(std::move(argument));
+  const std::string folder = QFileInfo(QStringLiteral(".")).absoluteFilePath().toStdString();
+  const bool started = isProgram(words.front()) && startDetached(words, folder);
+  close(process);
+  return started;
+}
+
+bool DesktopApplicationControl::openPreferences(const std::string& page) const {
+  const std::string program = programBeside("quillbox-preferences");
+  if (!isProgram(program)) return false;
+  std::vector<std::string> words{program};
+  if (!page.empty()) words.push_back("--page=" + page);
+  return startDetached(words, {});
+}
+
+bool DesktopApplicationControl::openFile(const std::string& path) {
+  if (path == preferencePane) return openPreferences({});
+  std::string file = path;
+  if (file.starts_with("~/")) file = DesktopFolders::home() + file.substr(1);
+  if (!QFileInfo::exists(QString::fromStdString(file))) return false;
+  if (file.ends_with(".prefPane")) return isProgram(file) && startDetached({file}, {});
+  return startDetached({"xdg-open", file}, {});
+}
+
+bool DesktopApplicationControl::openURL(const std::string& url) {
+  return startDetached({"xdg-open", url}, {});
+}
+
+void DesktopApplicationControl::terminate() {
+  QMetaObject::invokeMethod(
+      QCoreApplication::instance(), [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
+}
+
+}  // namespace qb

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "Platform/FileSystem.h"
+#include "Platform/Pasteboards.h"
+
+namespace qb {
+
+/// Named pasteboards as files of this user, one each: a dictionary of the change count and the data
+/// by type. Nothing is kept in memory, so that all programs see one content.
+class DesktopPasteboards : public Pasteboards {
+ public:
+  /// `folder` is made with the first content.
+  explicit DesktopPasteboards(FileSystem& fileSystem, std::string folder = folderOfSession());
+
+  std::shared_ptr<Pasteboard> pasteboardWithName(const std::string& name) override;
+
+  /// The file of a pasteboard: it is replaced at each change. For those who watch it.
+  std::string pathOfPasteboardWithName(const std::string& name) const;
+  const std::string& folder() const { return folder_; }
+
+  /// In the session's folder, or in the user's cache where the session has none.
+  static std::string folderOfSession();
+
+ private:
+  FileSystem& fileSystem_;
+  std::string folder_;
+  std::map<std::string, std::shared_ptr<Pasteboard>> pasteboards_;
+};
+
+}  // namespace qb
