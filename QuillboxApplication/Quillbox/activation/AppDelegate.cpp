@@ -2,8 +2,10 @@
 
 #include <utility>
 
-#include "Platform/Accessibility.h"
+#include "Platform/ApplicationControl.h"
 #include "Platform/Displays.h"
+#include "Platform/UserDefaults.h"
+#include "Quillbox/activation/AccessibilityAlerts.h"
 #include "Quillbox/activation/ActivationHotKeys.h"
 #include "Quillbox/activation/EventMonitors.h"
 #include "Quillbox/activation/EventTaps.h"
@@ -12,11 +14,13 @@
 #include "Quillbox/activation/KeyHandlers.h"
 #include "Quillbox/activation/PanelWindow.h"
 #include "Quillbox/activation/PopUpMenuService.h"
+#include "Quillbox/activation/PreferenceNotifications.h"
 #include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/activation/QuillboxApplication.h"
 #include "Quillbox/activation/TappedEventProcessor.h"
 #include "Quillbox/activation/UserInteraction.h"
 #include "Quillbox/activation/UtilityTimer.h"
+#include "Quillbox/activation/Welcome.h"
 #include "Quillbox/rows/HostView.h"
 #include "QuillboxCommon/Log.h"
 
@@ -26,6 +30,13 @@ namespace {
 
 /// Time for a menu or an item to finish what it does when it asks for the dismissal.
 constexpr TimeInterval dismissalDelay = 0.01;
+/// After the first activation, when the panel has been seen.
+constexpr TimeInterval userTipsDelay = 0.5;
+
+/// The default that holds the date of the very first launch.
+constexpr const char* kInitialApplicationLaunchKey = "kInitialApplicationLaunchVersionTwoKey";
+
+constexpr const char* relauncherIdentifier = "vorlane.Quillbox-Relauncher";
 
 constexpr std::int32_t persistingDismissalMethods =
     DismissalMethodEscapeKey | DismissalMethodCommandTap | DismissalMethodCorner |
@@ -48,7 +59,10 @@ AppDelegate::AppDelegate(Platform& platform)
       keyCommands_(std::make_unique<KeyCommands>(*this)),
       tappedEventProcessor_(std::make_unique<TappedEventProcessor>(*this)),
       hotKeys_(std::make_unique<ActivationHotKeys>(*this)),
-      utilityTimer_(std::make_unique<UtilityTimer>(*this)) {}
+      accessibilityAlerts_(std::make_unique<AccessibilityAlerts>(*this)),
+      utilityTimer_(std::make_unique<UtilityTimer>(*this)),
+      welcome_(std::make_unique<Welcome>(*this)),
+      preferenceNotifications_(std::make_unique<PreferenceNotifications>(*this)) {}
 
 AppDelegate::~AppDelegate() {
   applicationWillTerminate();
@@ -60,7 +74,9 @@ AppDelegate::~AppDelegate() {
 void AppDelegate::applicationDidFinishLaunching() {
   log("Quillbox is launching...");
   quillbox_ = Quillbox::quillboxWithAppDelegate(*this, platform_);
+  diagnosticsEnabled_ = true;
   settings().setDelegate(weak_from_this());
+  launchDate_ = RunLoop::main().date();
   panelWindow_ = std::make_unique<PanelWindow>(*this);
   application_ = std::make_unique<QuillboxApplication>(*this);
   setupWindow();
@@ -72,9 +88,21 @@ void AppDelegate::applicationDidFinishLaunching() {
   installPrimaryHotKeys();
   displayCallback_ = platform_.displays().registerReconfigurationCallback(
       [this] { displayConfigurationChanged(); });
+  preferenceNotifications_->addObservers();
+  noteInitialLaunch();
+  welcome_->performOneTimeStartUp();
+  welcome_->welcomeUserIfNewVersion();
+  quillbox_->displayQuillboxNotification("Quillbox is Running...", 2.0);
+}
+
+void AppDelegate::noteInitialLaunch() {
+  UserDefaults& defaults = platform_.userDefaults();
+  if (!defaults.objectForKey(kInitialApplicationLaunchKey).isNone()) return;
+  defaults.setObject(PropertyList::Date{launchDate_}, kInitialApplicationLaunchKey);
 }
 
 void AppDelegate::applicationWillTerminate() {
+  preferenceNotifications_->removeObservers();
   displayCallback_.cancel();
   // It would make the tap anew.
   utilityTimer_->cancelUtilityTimer();
@@ -104,9 +132,21 @@ void AppDelegate::displayConfigurationChanged() {
 void AppDelegate::installUtilityTimer() { utilityTimer_->installUtilityTimer(); }
 void AppDelegate::utilityTimer() { utilityTimer_->utilityTimer(); }
 
-bool AppDelegate::hasAccessibilityAccess() const {
-  return platform_.accessibility().isProcessTrusted();
+bool AppDelegate::hasAccessibilityAccess() const { return quillbox_->hasAccessibilityAccess(); }
+
+void AppDelegate::relaunchQuillbox() {
+  log("Quillbox is relaunching itself...");
+  ApplicationControl& application = platform_.applicationControl();
+  application.launchAppWithBundleIdentifier(relauncherIdentifier,
+                                            LaunchWithoutActivation | LaunchAndHide);
+  application.terminate();
 }
+
+void AppDelegate::settingsChangedInPreferencePane() {
+  preferenceNotifications_->settingsChangedInPreferencePane();
+}
+
+void AppDelegate::previewQuillboxSettings() { preferenceNotifications_->previewQuillboxSettings(); }
 
 Settings& AppDelegate::settings() const { return quillbox_->settings(); }
 
@@ -147,6 +187,12 @@ void AppDelegate::activateApplicationWithActivationMethod(std::int32_t method) {
                                                                           : method);
   presentWindowWithApplicationActivationMethod(method);
   resetCommandKeyDoubleTapActivation();
+  if (!welcome_->userTipsAreDue()) return;
+  executeBlockAfterDelay(
+      [weak = weak_from_this()] {
+        if (const auto appDelegate = weak.lock()) appDelegate->welcome_->showUserTips();
+      },
+      userTipsDelay);
 }
 
 void AppDelegate::dismissApplicationWithInvocation(bool invocation, bool reactivatePreviousApp) {

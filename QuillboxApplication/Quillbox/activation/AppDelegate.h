@@ -15,6 +15,7 @@
 
 namespace qb {
 
+class AccessibilityAlerts;
 class ActivationHotKeys;
 class EventMonitorProtocol;
 class EventMonitors;
@@ -29,12 +30,14 @@ class MenuDelegate;
 class MenuItem;
 class PanelWindow;
 class PopUpMenuService;
+class PreferenceNotifications;
 class Quillbox;
 class QuillboxApplication;
 class TappedEventProcessor;
 class UserInteraction;
 class UtilityTimer;
 class View;
+class Welcome;
 class Window;
 
 /// Where everything of the resident process meets: it launches, holds whether the panel is up and
@@ -56,6 +59,15 @@ class AppDelegate : public SettingsDelegate, public std::enable_shared_from_this
   void installUtilityTimer();
   void utilityTimer();
   bool hasAccessibilityAccess() const;
+  /// Some of what this program does cannot be had without.
+  static constexpr bool isQuillboxConfiguredToRequireAccessibilityAPIS() { return true; }
+  /// A helper program starts this one anew when it has gone. It goes in any case.
+  void relaunchQuillbox();
+  void settingsChangedInPreferencePane();
+  void previewQuillboxSettings();
+  /// When this program was launched.
+  Date launchDate() const { return launchDate_; }
+  bool diagnosticsEnabled() const { return diagnosticsEnabled_; }
 
   // The activation.
   std::int32_t state() const { return activationState_; }
@@ -148,10 +160,13 @@ class AppDelegate : public SettingsDelegate, public std::enable_shared_from_this
   PanelWindow& panelWindow() const { return *panelWindow_; }
   EventMonitors& eventMonitors() const { return *eventMonitors_; }
   EventTaps& eventTaps() const { return *eventTaps_; }
+  AccessibilityAlerts& accessibilityAlerts() const { return *accessibilityAlerts_; }
+  Welcome& welcome() const { return *welcome_; }
   KeyHandlers& keyHandlers() const { return *keyHandlers_; }
 
  private:
   explicit AppDelegate(Platform& platform);
+  void noteInitialLaunch();
   void setActivationState(ActivationState state);
   void setAllowableDismissalMethods(std::int32_t methods);
 
@@ -160,6 +175,8 @@ class AppDelegate : public SettingsDelegate, public std::enable_shared_from_this
   std::int32_t activationState_ = ActivationStateInactive;
   std::int32_t applicationActivationMethod_ = ActivationMethodCommandDoubleTap;
   std::int32_t allowableDismissalMethods_ = 0;
+  Date launchDate_ = 0;
+  bool diagnosticsEnabled_ = false;
 
   // In order of need: what stands below may use what stands above until it goes.
   std::unique_ptr<Quillbox> quillbox_;
@@ -173,7 +190,10 @@ class AppDelegate : public SettingsDelegate, public std::enable_shared_from_this
   std::unique_ptr<KeyCommands> keyCommands_;
   std::unique_ptr<TappedEventProcessor> tappedEventProcessor_;
   std::unique_ptr<ActivationHotKeys> hotKeys_;
+  std::unique_ptr<AccessibilityAlerts> accessibilityAlerts_;
   std::unique_ptr<UtilityTimer> utilityTimer_;
+  std::unique_ptr<Welcome> welcome_;
+  std::unique_ptr<PreferenceNotifications> preferenceNotifications_;
   std::unique_ptr<QuillboxApplication> application_;
   Subscription globalKeyEventMonitor_;
   Subscription displayCallback_;

@@ -9,15 +9,18 @@
 #include "Platform/Graphics.h"
 #include "Platform/MenuPresenter.h"
 #include "Quillbox/Item/Item.h"
+#include "Quillbox/activation/AccessibilityAccess.h"
 #include "Quillbox/activation/ActivationTypes.h"
 #include "Quillbox/activation/AppDelegate.h"
 #include "Quillbox/activation/EventListener.h"
 #include "Quillbox/activation/MenuHelpers.h"
 #include "Quillbox/activation/PopUpViews.h"
+#include "Quillbox/activation/PreferencePanes.h"
 #include "Quillbox/activation/QuillboxDialogs.h"
 #include "Quillbox/activation/QuillboxNotifications.h"
 #include "Quillbox/activation/SavedDictionaries.h"
 #include "Quillbox/activation/Settings.h"
+#include "Quillbox/activation/SystemVersion.h"
 #include "Quillbox/managers/ApplicationManager.h"
 #include "Quillbox/managers/DockManager.h"
 #include "Quillbox/managers/ImageManager.h"
@@ -38,6 +41,9 @@ Quillbox::Quillbox(AppDelegate& appDelegate, Platform& platform)
     : appDelegate_(appDelegate), platform_(platform) {
   // First of all, so that what is made next can reach it.
   quillbox = this;
+  systemVersion_ = std::make_unique<SystemVersion>(platform.applicationControl());
+  accessibilityAccess_ = std::make_unique<AccessibilityAccess>(platform);
+  preferencePanes_ = std::make_unique<PreferencePanes>(*this);
   dockManager_ = std::make_unique<DockManager>(platform.displays());
   applicationManager_ =
       std::make_unique<ApplicationManager>(platform.processes(), platform.workspace());
@@ -99,8 +105,6 @@ void Quillbox::noteMouseHasMovedSignificatly() {
   appDelegate_.setAllowableDismissalMethodsForPersistingUserInterface();
 }
 
-bool Quillbox::hasAccessibilityAccess() const { return appDelegate_.hasAccessibilityAccess(); }
-
 // Menus.
 
 void Quillbox::popUpMenu(const std::shared_ptr<Menu>& menu,
@@ -127,6 +131,40 @@ std::shared_ptr<MenuItem> Quillbox::customMenuItemWithImage(const Image& image,
                                                             MenuItem::Action action) const {
   return menuHelpers_->customMenuItemWithImage(image, label, std::move(action));
 }
+
+// The system.
+
+void Quillbox::systemVersionMajor(std::int16_t* major, std::int16_t* minor,
+                                  std::int16_t* revision) const {
+  systemVersion_->systemVersionMajor(major, minor, revision);
+}
+
+bool Quillbox::isMountainLionOrEarlier() const { return systemVersion_->isMountainLionOrEarlier(); }
+bool Quillbox::isMavericksOrLater() const { return systemVersion_->isMavericksOrLater(); }
+bool Quillbox::isYosemiteOrLater() const { return systemVersion_->isYosemiteOrLater(); }
+bool Quillbox::isElCapitanOrLater() const { return systemVersion_->isElCapitanOrLater(); }
+
+bool Quillbox::hasAccessibilityAccess() const {
+  return accessibilityAccess_->hasAccessibilityAccess();
+}
+
+void Quillbox::openAccessibilitySettingsWithOption(int option) {
+  preferencePanes_->openAccessibilitySettingsWithOption(option);
+}
+
+void Quillbox::showEnableAssistiveDevicesHelpWithOption(int option) {
+  preferencePanes_->showEnableAssistiveDevicesHelpWithOption(option);
+}
+
+void Quillbox::openQuillboxSettingsAfterDelay(TimeInterval delay) {
+  preferencePanes_->openQuillboxSettingsAfterDelay(delay);
+}
+
+void Quillbox::openPreferencePaneAtPath(const std::string& path) {
+  preferencePanes_->openPreferencePaneAtPath(path);
+}
+
+void Quillbox::relaunchQuillbox() { appDelegate_.relaunchQuillbox(); }
 
 // Keys and events.
 

@@ -15,6 +15,7 @@
 
 namespace qb {
 
+class AccessibilityAccess;
 class AppDelegate;
 class ApplicationManager;
 class DockManager;
@@ -26,10 +27,12 @@ class Item;
 class KeyHandlerTarget;
 class MenuHelpers;
 class PopUpViews;
+class PreferencePanes;
 class QuillboxDialogs;
 class QuillboxNotifications;
 class SavedDictionaries;
 class Settings;
+class SystemVersion;
 class TabRow;
 class View;
 class Window;
@@ -89,7 +92,19 @@ class Quillbox {
                                                  const std::string& ending);
   std::shared_ptr<MenuItem> customMenuItemWithImage(const Image& image, const std::string& label,
                                                     MenuItem::Action action) const;
+
+  // The system; see SystemVersion, AccessibilityAccess and PreferencePanes.
+  void systemVersionMajor(std::int16_t* major, std::int16_t* minor, std::int16_t* revision) const;
+  bool isMountainLionOrEarlier() const;
+  bool isMavericksOrLater() const;
+  bool isYosemiteOrLater() const;
+  bool isElCapitanOrLater() const;
   bool hasAccessibilityAccess() const;
+  void openAccessibilitySettingsWithOption(int option);
+  void showEnableAssistiveDevicesHelpWithOption(int option);
+  void openQuillboxSettingsAfterDelay(TimeInterval delay);
+  void openPreferencePaneAtPath(const std::string& path);
+  void relaunchQuillbox();
 
   // Keys and events.
   /// `target` gets single presses of a key while the panel is up; see KeyHandlerTarget.
@@ -158,6 +173,9 @@ class Quillbox {
 
   AppDelegate& appDelegate_;
   Platform& platform_;
+  std::unique_ptr<SystemVersion> systemVersion_;
+  std::unique_ptr<AccessibilityAccess> accessibilityAccess_;
+  std::unique_ptr<PreferencePanes> preferencePanes_;
   std::unique_ptr<DockManager> dockManager_;
   std::unique_ptr<ApplicationManager> applicationManager_;
   std::unique_ptr<ImageManager> imageManager_;

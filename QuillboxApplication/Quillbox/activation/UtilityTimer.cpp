@@ -1,7 +1,9 @@
 #include "Quillbox/activation/UtilityTimer.h"
 
 #include "Platform/Accessibility.h"
+#include "Platform/Dialogs.h"
 #include "Platform/EventTap.h"
+#include "Quillbox/activation/AccessibilityAlerts.h"
 #include "Quillbox/activation/AppDelegate.h"
 #include "Quillbox/activation/EventTaps.h"
 #include "QuillboxCommon/Log.h"
@@ -42,10 +44,17 @@ std::uint64_t UtilityTimer::changes() const {
 }
 
 bool UtilityTimer::hasNothingToDo() const {
+  const bool access = appDelegate_.hasAccessibilityAccess();
+  if (abortsAlerts(access)) return false;
   // Without access every attempt at a tap fails until it is granted.
-  if (!appDelegate_.hasAccessibilityAccess()) return true;
+  if (!access) return true;
   const EventTap& eventTap = appDelegate_.platform().eventTap();
   return eventTap.exists() && eventTap.isEnabled() && appDelegate_.eventTaps().isServedInAllModes();
+}
+
+bool UtilityTimer::abortsAlerts(bool access) const {
+  const AccessibilityAlerts& alerts = appDelegate_.accessibilityAlerts();
+  return access ? alerts.hasLossInFunctionalityAlert() : alerts.hasFullyFunctionalAlert();
 }
 
 void UtilityTimer::utilityTimer() {
@@ -58,8 +67,16 @@ void UtilityTimer::utilityTimer() {
   };
   if (access && lastAccess_ == LastAccess::None) {
     reinstall();
-    log("Re-installing event taps after Accessibilty Enabled");
+    if (appDelegate_.diagnosticsEnabled()) {
+      log("Re-installing event taps after Accessibilty Enabled");
+    }
+    appDelegate_.accessibilityAlerts().scheduleFullyFunctionalAlert();
   }
+  if (!access && lastAccess_ == LastAccess::Granted &&
+      AppDelegate::isQuillboxConfiguredToRequireAccessibilityAPIS()) {
+    appDelegate_.accessibilityAlerts().scheduleLossInFunctionalityAlert();
+  }
+  if (abortsAlerts(access)) appDelegate_.platform().dialogs().abortModal();
   lastAccess_ = access ? LastAccess::Granted : LastAccess::None;
   if (!appDelegate_.eventTaps().isServedInAllModes()) reinstall();
   if (!wasEnabled && eventTap.exists()) eventTap.enable(true);

@@ -11,6 +11,7 @@ class AppDelegate;
 
 /// Looks after the tap once a second, in menus and under alerts too: makes it anew when access has
 /// been granted or it is no longer served everywhere, and enables it when it has been disabled.
+/// Tells the user when access comes or goes, and takes back what no longer holds.
 /// While all is well it rests until the platform tells of a change.
 class UtilityTimer {
  public:
@@ -26,6 +27,9 @@ class UtilityTimer {
  private:
   void tick(RunLoopTimer& timer);
   bool hasNothingToDo() const;
+  /// An alert that has been shown no longer holds. From then on whatever is modal at a tick ends,
+  /// be it that alert or not. Intended.
+  bool abortsAlerts(bool access) const;
   std::uint64_t changes() const;
 
   enum class LastAccess : std::int8_t { Unknown = -1, None = 0, Granted = 1 };

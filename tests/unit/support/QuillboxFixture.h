@@ -10,16 +10,20 @@
 #include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/rows/HostView.h"
 #include "QuillboxCommon/views/Window.h"
+#include "support/LaunchedBefore.h"
 #include "support/PrintGeometry.h"
 
 namespace qb::test {
 
-/// The whole program, launched on a small desktop of one screen of 1440 by 900 points.
+/// The whole program, launched a while ago and not for the first time, on a small desktop of one
+/// screen of 1440 by 900 points.
 class QuillboxFixture : public testing::Test {
  protected:
   QuillboxFixture() : appDelegate(AppDelegate::create(platform)) {
+    noteLaunchedBefore(platform);
     appDelegate->applicationDidFinishLaunching();
-    platform.runFor(0.01);
+    // Until the word that it is running has left the screen.
+    platform.runFor(3.01);
   }
   ~QuillboxFixture() override { appDelegate->applicationWillTerminate(); }
 
