@@ -1,5 +1,6 @@
 #include "PlatformDesktop/input/ChordGrabs.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "QuillboxCommon/Log.h"
@@ -15,39 +16,41 @@ std::vector<std::uint32_t> widened(const std::vector<std::uint16_t>& modifiers) 
 }  // namespace
 
 void ChordGrabs::setWanted(const std::set<Combination>& wanted) {
-  std::erase_if(grabs_, [&](const auto& entry) {
+  const auto gone = std::erase_if(grabs_, [&](const auto& entry) {
     if (wanted.contains(entry.first)) return false;
     let(entry.second.key, entry.second.modifiers);
     return true;
   });
   for (const Combination& combination : wanted) {
     const auto [entry, isNew] = grabs_.try_emplace(combination);
-    if (entry->second.key != 0) continue;
-    if (!acquire(combination, entry->second) && isNew) {
+    if (isNew && !acquire(combination, entry->second)) {
       log(nameOf(combination) + " is held by another program");
     }
   }
+  if (gone != 0) waitForServer();
 }
 
+/// What is ours stays ours without a gap: window managers use such a change to grab anew.
 void ChordGrabs::setMap(const KeyboardMap& map) {
   if (map == map_) return;
-  for (auto& [combination, grab] : grabs_) let(std::exchange(grab.key, 0), grab.modifiers);
   map_ = map;
   for (auto& [combination, grab] : grabs_) {
+    if (grab.key == 0) continue;
+    const Grab old = std::exchange(grab, {});
     if (!acquire(combination, grab)) log(nameOf(combination) + " is held by another program");
+    std::vector<std::uint16_t> obsolete = old.modifiers;
+    if (grab.key == old.key) {
+      std::erase_if(obsolete, [&](std::uint16_t set) {
+        return std::find(grab.modifiers.begin(), grab.modifiers.end(), set) != grab.modifiers.end();
+      });
+    }
+    if (!obsolete.empty()) let(old.key, obsolete);
   }
 }
 
 bool ChordGrabs::owns(const Combination& combination) const {
   const auto entry = grabs_.find(combination);
   return entry != grabs_.end() && entry->second.key != 0;
-}
-
-bool ChordGrabs::hasRefused() const {
-  for (const auto& [combination, grab] : grabs_) {
-    if (grab.key == 0) return true;
-  }
-  return false;
 }
 
 void ChordGrabs::retryRefused() {
@@ -57,7 +60,7 @@ void ChordGrabs::retryRefused() {
 }
 
 /// The claim comes first, so that the device grab lies before it in the server's list and is the
-/// one that fires.
+/// one that fires. All is sent at once: a press between the two would be lost to the claim.
 bool ChordGrabs::acquire(const Combination& combination, Grab& grab) {
   const auto key = map_.xCode(combination.keyCode);
   if (!key) return true;
@@ -65,8 +68,21 @@ bool ChordGrabs::acquire(const Combination& combination, Grab& grab) {
   for (const std::uint16_t locks : map_.lockVariants()) {
     modifiers.push_back(static_cast<std::uint16_t>(map_.modifiers(combination.flags) | locks));
   }
-  if (!claimCore(*key, modifiers) || !grabDevice(*key, modifiers)) {
+  xcb_connection_t* xcb = connection_.xcb.get();
+  const auto claims = sendClaims(*key, modifiers);
+  const auto deviceGrab = sendDeviceGrab(*key, modifiers);
+
+  bool granted = true;
+  for (const auto claim : claims) {
+    const XcbPointer<xcb_generic_error_t> error(xcb_request_check(xcb, claim));
+    if (error) granted = false;
+  }
+  const XcbPointer<xcb_input_xi_passive_grab_device_reply_t> reply(
+      xcb_input_xi_passive_grab_device_reply(xcb, deviceGrab, nullptr));
+  // The reply lists the sets of modifiers that failed.
+  if (!granted || !reply || reply->num_modifiers != 0) {
     let(*key, modifiers);
+    xcb_flush(xcb);
     return false;
   }
   grab.key = *key;
@@ -74,35 +90,28 @@ bool ChordGrabs::acquire(const Combination& combination, Grab& grab) {
   return true;
 }
 
-bool ChordGrabs::claimCore(std::uint8_t key, const std::vector<std::uint16_t>& modifiers) {
-  xcb_connection_t* xcb = connection_.xcb.get();
+std::vector<xcb_void_cookie_t> ChordGrabs::sendClaims(std::uint8_t key,
+                                                      const std::vector<std::uint16_t>& modifiers) {
   std::vector<xcb_void_cookie_t> cookies;
   for (const std::uint16_t set : modifiers) {
-    cookies.push_back(xcb_grab_key_checked(xcb, 0, connection_.root, set, key, XCB_GRAB_MODE_ASYNC,
-                                           XCB_GRAB_MODE_ASYNC));
+    cookies.push_back(xcb_grab_key_checked(connection_.xcb.get(), 0, connection_.root, set, key,
+                                           XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
   }
-  bool granted = true;
-  for (const auto cookie : cookies) {
-    const XcbPointer<xcb_generic_error_t> error(xcb_request_check(xcb, cookie));
-    if (error) granted = false;
-  }
-  return granted;
+  return cookies;
 }
 
-bool ChordGrabs::grabDevice(std::uint8_t key, const std::vector<std::uint16_t>& modifiers) {
-  xcb_connection_t* xcb = connection_.xcb.get();
+xcb_input_xi_passive_grab_device_cookie_t ChordGrabs::sendDeviceGrab(
+    std::uint8_t key, const std::vector<std::uint16_t>& modifiers) {
   const std::uint32_t mask =
       XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE;
   const auto sets = widened(modifiers);
-  const auto cookie = xcb_input_xi_passive_grab_device(
-      xcb, XCB_CURRENT_TIME, connection_.root, XCB_NONE, key, connection_.masterKeyboard,
-      static_cast<std::uint16_t>(sets.size()), 1, XCB_INPUT_GRAB_TYPE_KEYCODE,
-      XCB_INPUT_GRAB_MODE_22_SYNC, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_OWNER_NO_OWNER,
-      &mask, sets.data());
-  const XcbPointer<xcb_input_xi_passive_grab_device_reply_t> reply(
-      xcb_input_xi_passive_grab_device_reply(xcb, cookie, nullptr));
-  // The reply lists the sets that failed.
-  return reply && reply->num_modifiers == 0;
+  // By the keyboard's own id: for "all master devices" the server takes the two modes for each
+  // other, and nothing would freeze.
+  return xcb_input_xi_passive_grab_device(
+      connection_.xcb.get(), XCB_CURRENT_TIME, connection_.root, XCB_NONE, key,
+      connection_.masterKeyboard, static_cast<std::uint16_t>(sets.size()), 1,
+      XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_SYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
+      XCB_INPUT_GRAB_OWNER_NO_OWNER, &mask, sets.data());
 }
 
 void ChordGrabs::let(std::uint8_t key, const std::vector<std::uint16_t>& modifiers) {
@@ -113,6 +122,13 @@ void ChordGrabs::let(std::uint8_t key, const std::vector<std::uint16_t>& modifie
                                      static_cast<std::uint16_t>(sets.size()),
                                      XCB_INPUT_GRAB_TYPE_KEYCODE, sets.data());
   for (const std::uint16_t set : modifiers) xcb_ungrab_key(xcb, key, connection_.root, set);
+}
+
+/// What was let go is gone when the caller goes on.
+void ChordGrabs::waitForServer() {
+  xcb_connection_t* xcb = connection_.xcb.get();
+  const XcbPointer<xcb_get_input_focus_reply_t> reply(
+      xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
 }
 
 }  // namespace qb

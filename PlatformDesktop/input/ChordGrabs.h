@@ -22,15 +22,13 @@ class ChordGrabs {
   ChordGrabs(InputConnection& connection, const KeyboardMap& map)
       : connection_(connection), map_(map) {}
 
-  /// Makes these the combinations that are held. Those which another program holds are logged when
-  /// they become refused, and tried again with each call.
+  /// Makes these the combinations that are held, before it returns. One that another program holds
+  /// is logged, and not tried again until `retryRefused`.
   void setWanted(const std::set<Combination>& wanted);
   /// To be called when the keyboard map has changed.
   void setMap(const KeyboardMap& map);
   bool owns(const Combination& combination) const;
-  /// True while another program holds something that is wanted.
-  bool hasRefused() const;
-  /// Tries those again.
+  /// Tries again what another program holds.
   void retryRefused();
   /// Lets go of all.
   void clear() { setWanted({}); }
@@ -43,9 +41,12 @@ class ChordGrabs {
   };
 
   bool acquire(const Combination& combination, Grab& grab);
-  bool claimCore(std::uint8_t key, const std::vector<std::uint16_t>& modifiers);
-  bool grabDevice(std::uint8_t key, const std::vector<std::uint16_t>& modifiers);
+  std::vector<xcb_void_cookie_t> sendClaims(std::uint8_t key,
+                                            const std::vector<std::uint16_t>& modifiers);
+  xcb_input_xi_passive_grab_device_cookie_t sendDeviceGrab(
+      std::uint8_t key, const std::vector<std::uint16_t>& modifiers);
   void let(std::uint8_t key, const std::vector<std::uint16_t>& modifiers);
+  void waitForServer();
 
   InputConnection& connection_;
   KeyboardMap map_;

@@ -15,6 +15,9 @@ namespace {
 constexpr int quickGrabAttempts = 25;
 constexpr TimeInterval quickGrabInterval = 0.02;
 constexpr TimeInterval slowGrabInterval = 0.25;
+// A window manager has come or gone, and its combinations with it; one that comes binds its own
+// first.
+constexpr TimeInterval claimsRetryDelay = 1;
 // Releases can get lost on a switch of the virtual console.
 constexpr TimeInterval keysCheckInterval = 1;
 
@@ -131,7 +134,7 @@ void InputWorker::handleEvent(const xcb_generic_event_t& event) {
       return;
     case XCB_PROPERTY_NOTIFY:
       if (as.operator()<xcb_property_notify_event_t>().atom == windowManagerAtom_) {
-        claimsChanged_ = true;
+        claimsRetry_ = now() + claimsRetryDelay;
       }
       return;
     case XCB_GE_GENERIC:
@@ -245,7 +248,8 @@ void InputWorker::handleKey(const xcb_input_key_press_event_t& event, bool down)
 void InputWorker::handleFrozenPress(const xcb_input_key_press_event_t& event) {
   const auto key = static_cast<std::uint8_t>(event.detail);
   awaited_ = 0;
-  const std::uint32_t serial = armHold(combinationOf(key, event.mods.effective));
+  const Combination combination = combinationOf(key, event.mods.effective);
+  const std::uint32_t serial = grabs_.owns(combination) ? armHold(combination) : 0;
   if (serial == 0 && !rules_.everyKeyDown) {
     allow(event.deviceid, XCB_INPUT_EVENT_MODE_REPLAY_DEVICE);
     return;
@@ -327,7 +331,6 @@ void InputWorker::rereadMap() {
     grabs_.setMap(map);
     setPhysicalKeys(physical_);
   }
-  grabs_.retryRefused();
 }
 
 // Keeping the keyboard.
@@ -389,12 +392,12 @@ bool InputWorker::handleDueWork() {
     rereadMap();
     worked = true;
   }
-  if (std::exchange(claimsChanged_, false)) {
-    // A window manager has come or gone, and its combinations with it.
+  const Moment moment = now();
+  if (claimsRetry_ && moment >= *claimsRetry_) {
+    claimsRetry_.reset();
     grabs_.retryRefused();
     worked = true;
   }
-  const Moment moment = now();
   if (grabRetry_ && moment >= *grabRetry_) {
     grabRetry_.reset();
     applyHold();
@@ -418,6 +421,7 @@ std::optional<Moment> InputWorker::nextDeadline() const {
   };
   consider(grabRetry_);
   consider(keysCheck_);
+  consider(claimsRetry_);
   if (span_.isOpen() && hold_.isWanted(now())) consider(hold_.nextDeadline());
   return next;
 }

@@ -95,10 +95,10 @@ class InputWorker {
   std::uint8_t awaited_ = 0;
 
   bool mapChanged_ = false;
-  bool claimsChanged_ = false;
   int grabAttempts_ = 0;
   std::optional<Moment> grabRetry_;
   std::optional<Moment> keysCheck_;
+  std::optional<Moment> claimsRetry_;
 };
 
 }  // namespace qb

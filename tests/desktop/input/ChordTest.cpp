@@ -232,10 +232,13 @@ TEST_F(Chord, DisabledTapTakesAndSeesNothing) {
   EXPECT_FALSE(input_->eventTap().isEnabled());
   superTabTap();
   ASSERT_TRUE(waitFor([&] { return client_.keys.size() == 2; }));
-  input_->eventTap().enable(true);
   EXPECT_THAT(input_.tapped, IsEmpty());
+  EXPECT_EQ(client_.keyboardReturns, 0);
+  input_->eventTap().enable(true);
   superTabTap();
-  ASSERT_TRUE(waitFor([&] { return input_.tapped.size() == 2; }));
+  ASSERT_TRUE(keyboardComesBack());
+  typeProbe();
+  EXPECT_EQ(client_.keys.size(), 2u);
 }
 
 TEST_F(Chord, ReleasedTapTakesNothing) {

@@ -177,11 +177,18 @@ class KilledProcess : public ::testing::Test {
     child_ = fork();
     if (child_ == 0) holdKeyboard(ends[1]);
     close(ends[1]);
-    char ready = 0;
-    isReady_ = read(ends[0], &ready, 1) == 1;
-    close(ends[0]);
+    news_ = ends[0];
   }
-  ~KilledProcess() override { killChild(); }
+  ~KilledProcess() override {
+    killChild();
+    close(news_);
+  }
+
+  /// Waits for a letter from the child.
+  char hear() const {
+    char letter = 0;
+    return read(news_, &letter, 1) == 1 ? letter : '\0';
+  }
 
   void killChild() {
     if (child_ <= 0) return;
@@ -190,31 +197,35 @@ class KilledProcess : public ::testing::Test {
     child_ = 0;
   }
 
-  [[noreturn]] void holdKeyboard(int ready) {
+  [[noreturn]] void holdKeyboard(int pipe) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     InputUnderTest input(server_.display());
     input.createTap({{superTab}});
-    input.onTapped = [&](const TappedEvent&) { input.setEveryKeyDown(true); };
-    if (write(ready, "r", 1) != 1) _exit(1);
+    input.onTapped = [&](const TappedEvent&) {
+      input.setEveryKeyDown(true);
+      if (write(pipe, "h", 1) != 1) _exit(1);
+    };
+    if (write(pipe, "r", 1) != 1) _exit(1);
     waitUntil({&input}, [] { return false; });
     _exit(1);
   }
 
   XServer server_;
   pid_t child_ = 0;
-  bool isReady_ = false;
+  int news_ = -1;
 };
 
 TEST_F(KilledProcess, LeavesTheKeyboardFree) {
-  ASSERT_TRUE(isReady_);
+  ASSERT_EQ(hear(), 'r');
   const Program windowManager = startWindowManager(server_.display(), WindowManagerKeys::None);
   XClient client(server_.display());
   client.openWindow();
   client.takeFocus();
   client.press(KeyCodeLeftCommand);
   client.tap(KeyCodeTab);
-  client.tap(KeyCodeA);
+  ASSERT_EQ(hear(), 'h');
   ASSERT_TRUE(waitUntil({&client}, [&] { return client.keyboardIsTaken; }));
+  EXPECT_FALSE(client.grabKeyboard());
   const int returns = client.keyboardReturns;
   killChild();
   ASSERT_TRUE(waitUntil({&client}, [&] { return client.keyboardReturns > returns; }));

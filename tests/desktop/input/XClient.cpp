@@ -4,6 +4,7 @@
 #include <poll.h>
 #include <xcb/xtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <set>
 
@@ -32,7 +33,8 @@ bool waitUntil(const std::vector<Pump*>& pumps, const std::function<bool()>& pre
     if (left <= 0) return false;
     std::vector<pollfd> sources;
     for (const Pump* pump : pumps) sources.push_back({pump->descriptor(), POLLIN, 0});
-    poll(sources.data(), sources.size(), static_cast<int>(left));
+    // Not every predicate has a descriptor to tell of it: the log, the server's grabs.
+    poll(sources.data(), sources.size(), static_cast<int>(std::min<long>(left, 20)));
   }
 }
 

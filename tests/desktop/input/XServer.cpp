@@ -82,8 +82,12 @@ Program startWindowManager(const std::string& display, WindowManagerKeys keys) {
   std::ofstream configuration(file);
   configuration << R"(<openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard>)";
   if (keys == WindowManagerKeys::AltTab) {
-    configuration << R"(<keybind key="A-Tab"><action name="NextWindow"/></keybind>)"
-                     R"(<keybind key="A-S-Tab"><action name="PreviousWindow"/></keybind>)";
+    // Not interactive: keys as quick as a test's would catch it waiting for a release that it
+    // missed.
+    const std::string action =
+        "<interactive>no</interactive><dialog>none</dialog></action></keybind>";
+    configuration << R"(<keybind key="A-Tab"><action name="NextWindow">)" << action
+                  << R"(<keybind key="A-S-Tab"><action name="PreviousWindow">)" << action;
   } else {
     // An empty list would bring the built-in bindings.
     configuration << R"(<keybind key="C-A-W-F12"><action name="NextWindow"/></keybind>)";
