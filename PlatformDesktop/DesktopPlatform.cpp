@@ -53,10 +53,13 @@ DesktopPlatform::DesktopPlatform(const ScreenFormats& formats)
       workspace_(processes_, catalogue_),
       graphics_(runLoopHost_, std::make_shared<DesktopIcons>(programWindows_), greatestScale()),
       windowServer_(formats, displays_, runLoopHost_),
+      dialogs_(windowServer_, graphics_),
+      menuPresenter_(windowServer_),
       distributedNotifications_(sessionBus_),
       pasteboards_(fileSystem_),
       scripts_(applicationControl_),
-      userDefaults_(fileSystem_) {
+      userDefaults_(fileSystem_),
+      userNotifications_(sessionBus_, processes_) {
   runLoopHost_.setRunLoop(runLoop_.get());
   catalogue_.setChangeObserver([this] { graphics_.forgetIcons(); });
 }
@@ -66,8 +69,10 @@ DesktopPlatform::~DesktopPlatform() {
   runLoopHost_.setWakeObserver({});
   beforeSleep_.cancel();
   windowServer_.setKeyObserver({});
+  dialogs_.setUpObserver({});
   windowServer_.pointerInput().setTap({});
   processes_.setUserTime({});
+  userDefaults_.setOnChange({});
   input_.reset();
   runLoopHost_.setRunLoop(nullptr);
   // What its work holds may still need the rest.
@@ -79,7 +84,7 @@ DesktopInputHost DesktopPlatform::inputHost() {
           .currentMode = [this] { return runLoop_->currentMode(); },
           .pointerSpace = [this] { return pointerSpace(); },
           .isOwnWindow = [this](std::uint32_t id) { return windowServer_.isOwnWindow(id); },
-          .isAllowed = {}};
+          .isAllowed = [this] { return !userDefaults_.boolForKey(kInputAccessIsDeniedKey); }};
 }
 
 void DesktopPlatform::setInput(std::unique_ptr<DesktopInput> input) {
@@ -90,10 +95,28 @@ void DesktopPlatform::setInput(std::unique_ptr<DesktopInput> input) {
     input_->drain();
     processes_.update();
   });
+  wasTrusted_ = input_->accessibility().isProcessTrusted();
+  userDefaults_.setOnChange([this] { noteAccess(); });
   processes_.setUserTime([this] { return input_->lastUserTime(); });
-  windowServer_.setKeyObserver([this](bool isKey) { processes_.setOwnWindowIsKey(isKey); });
+  windowServer_.setKeyObserver([this](bool) { noteKeyWindow(); });
+  dialogs_.setUpObserver([this](bool) { noteKeyWindow(); });
   windowServer_.pointerInput().setTap(
       [this](const TappedEvent& event) { return input_->eventTap().tapPointerEvent(event); });
+}
+
+void DesktopPlatform::noteAccess() {
+  const bool trusted = input_->accessibility().isProcessTrusted();
+  if (trusted == wasTrusted_) return;
+  wasTrusted_ = trusted;
+  if (!trusted) {
+    input_->eventTap().enable(false);
+    input_->eventTap().stateChanged().signal();
+  }
+  input_->accessibility().trustChanged().signal();
+}
+
+void DesktopPlatform::noteKeyWindow() {
+  processes_.setOwnWindowIsKey(windowServer_.keyWindow() != nullptr || dialogs_.isUp());
 }
 
 PointerSpace DesktopPlatform::pointerSpace() const {

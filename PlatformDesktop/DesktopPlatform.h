@@ -5,20 +5,24 @@
 #include <variant>
 
 #include "Platform/Platform.h"
+#include "PlatformDesktop/dialogs/DesktopDialogs.h"
 #include "PlatformDesktop/displays/DesktopDisplays.h"
 #include "PlatformDesktop/files/DesktopFileSystem.h"
 #include "PlatformDesktop/graphics/DesktopGraphics.h"
 #include "PlatformDesktop/input/DesktopInput.h"
+#include "PlatformDesktop/menus/DesktopMenuPresenter.h"
 #include "PlatformDesktop/processes/ApplicationCatalogue.h"
 #include "PlatformDesktop/processes/DesktopProcesses.h"
 #include "PlatformDesktop/processes/DesktopWorkspace.h"
 #include "PlatformDesktop/runloop/QtRunLoopHost.h"
 #include "PlatformDesktop/session/DesktopApplicationControl.h"
+#include "PlatformDesktop/session/DesktopArchiver.h"
 #include "PlatformDesktop/session/DesktopDistributedNotifications.h"
 #include "PlatformDesktop/session/DesktopLoginItems.h"
 #include "PlatformDesktop/session/DesktopPasteboards.h"
 #include "PlatformDesktop/session/DesktopScripts.h"
 #include "PlatformDesktop/session/DesktopUserDefaults.h"
+#include "PlatformDesktop/session/DesktopUserNotifications.h"
 #include "PlatformDesktop/session/SessionBus.h"
 #include "PlatformDesktop/windows/DesktopWindowServer.h"
 
@@ -45,6 +49,8 @@ class DesktopPlatform : public Platform {
   QtRunLoopHost& runLoopHost() override { return runLoopHost_; }
   DesktopAccessibility& accessibility() override { return input_->accessibility(); }
   DesktopApplicationControl& applicationControl() override { return applicationControl_; }
+  DesktopArchiver& archiver() override { return archiver_; }
+  DesktopDialogs& dialogs() override { return dialogs_; }
   DesktopDisplays& displays() override { return displays_; }
   DesktopDistributedNotifications& distributedNotifications() override {
     return distributedNotifications_;
@@ -55,11 +61,13 @@ class DesktopPlatform : public Platform {
   DesktopHotKeys& hotKeys() override { return input_->hotKeys(); }
   DesktopKeyboard& keyboard() override { return input_->keyboard(); }
   DesktopLoginItems& loginItems() override { return loginItems_; }
+  DesktopMenuPresenter& menuPresenter() override { return menuPresenter_; }
   DesktopPasteboards& pasteboards() override { return pasteboards_; }
   DesktopPointer& pointer() override { return input_->pointer(); }
   DesktopProcesses& processes() override { return processes_; }
   DesktopScripts& scripts() override { return scripts_; }
   DesktopUserDefaults& userDefaults() override { return userDefaults_; }
+  DesktopUserNotifications& userNotifications() override { return userNotifications_; }
   DesktopWindowServer& windowServer() override { return windowServer_; }
   DesktopWorkspace& workspace() override { return workspace_; }
 
@@ -69,6 +77,10 @@ class DesktopPlatform : public Platform {
   DesktopInputHost inputHost();
   void setInput(std::unique_ptr<DesktopInput> input);
   PointerSpace pointerSpace() const;
+  /// The user has given or taken back the access to the desktop's input.
+  void noteAccess();
+  /// This process is the front one while the panel or a dialog has the keys.
+  void noteKeyWindow();
 
   QtRunLoopHost runLoopHost_;
   std::unique_ptr<RunLoop> runLoop_;
@@ -80,14 +92,19 @@ class DesktopPlatform : public Platform {
   DesktopWorkspace workspace_;
   DesktopGraphics graphics_;
   DesktopWindowServer windowServer_;
+  DesktopDialogs dialogs_;
+  DesktopMenuPresenter menuPresenter_;
   SessionBus sessionBus_;
   DesktopApplicationControl applicationControl_;
+  DesktopArchiver archiver_;
   DesktopDistributedNotifications distributedNotifications_;
   DesktopLoginItems loginItems_;
   DesktopPasteboards pasteboards_;
   DesktopScripts scripts_;
   DesktopUserDefaults userDefaults_;
+  DesktopUserNotifications userNotifications_;
   std::unique_ptr<DesktopInput> input_;
+  bool wasTrusted_ = false;
   Subscription beforeSleep_;
 };
 

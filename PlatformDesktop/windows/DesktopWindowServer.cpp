@@ -7,12 +7,15 @@
 #include <cstdlib>
 #include <string>
 
+#include "QuillboxCommon/ModalSession.h"
+
 namespace qb {
 
 namespace {
 
 // What these levels are elsewhere; only their order means anything here.
 constexpr std::int64_t floatingLevel = 3;
+constexpr std::int64_t dialogLevel = 8;
 constexpr std::int64_t screenSaverLevel = 1000;
 
 struct Free {
@@ -44,6 +47,9 @@ DesktopWindowServer::DesktopWindowServer(const ScreenFormats& formats, DesktopDi
   catcher_ = std::make_unique<ClickCatcher>(formats_.connection, formats_.root,
                                             [this](const PixelEvent& event) {
                                               const auto processed = pointerInput_.process(event);
+                                              // Qt keeps presses from what a dialog stands before,
+                                              // but does not know this window.
+                                              if (ModalSession::current()) return;
                                               if (processed && keyWindow_) {
                                                 keyWindow_->deliver(*processed);
                                               }
@@ -102,7 +108,12 @@ void DesktopWindowServer::restack(DesktopWindow* arriving) {
     return a->level() < b->level();
   });
   if (catcher_->isUp()) catcher_->raise();
-  for (DesktopWindow* window : shown) window->raise();
+  const auto aboveDialogs = std::find_if(
+      shown.begin(), shown.end(), [](const auto* window) { return window->level() > dialogLevel; });
+  std::for_each(shown.begin(), aboveDialogs, [](DesktopWindow* window) { window->raise(); });
+  if (dialogRaiser_) dialogRaiser_();
+  std::for_each(aboveDialogs, shown.end(), [](DesktopWindow* window) { window->raise(); });
+  if (restackObserver_) restackObserver_();
 }
 
 void DesktopWindowServer::update() {

@@ -29,6 +29,12 @@ class DesktopWindowServer : public WindowServer, private QAbstractNativeEventFil
 
   /// Told true when a window of ours becomes key, false when none is any more.
   void setKeyObserver(std::function<void(bool)> observer) { keyObserver_ = std::move(observer); }
+  /// Called amid each stacking of the windows, when those that dialogs stand above are in place.
+  void setDialogRaiser(std::function<void()> raiser) { dialogRaiser_ = std::move(raiser); }
+  /// Called when windows have been put in order: what must stand above them all raises itself.
+  void setRestackObserver(std::function<void()> observer) {
+    restackObserver_ = std::move(observer);
+  }
   /// Whether a window that stands on the root is one of this process's: a window of the core, or of
   /// Qt.
   bool isOwnWindow(xcb_window_t id) const;
@@ -60,6 +66,7 @@ class DesktopWindowServer : public WindowServer, private QAbstractNativeEventFil
   TextCache texts_;
   PointerInput pointerInput_;
   std::function<void(bool)> keyObserver_;
+  std::function<void()> dialogRaiser_, restackObserver_;
   std::vector<DesktopWindow*> windows_;
   DesktopWindow* keyWindow_ = nullptr;
   std::unique_ptr<ClickCatcher> catcher_;
