@@ -1,6 +1,5 @@
 #include "PlatformDesktop/input/ChordGrabs.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "QuillboxCommon/Log.h"
@@ -40,9 +39,7 @@ void ChordGrabs::setMap(const KeyboardMap& map) {
     if (!acquire(combination, grab)) log(nameOf(combination) + " is held by another program");
     std::vector<std::uint16_t> obsolete = old.modifiers;
     if (grab.key == old.key) {
-      std::erase_if(obsolete, [&](std::uint16_t set) {
-        return std::find(grab.modifiers.begin(), grab.modifiers.end(), set) != grab.modifiers.end();
-      });
+      for (const std::uint16_t set : grab.modifiers) std::erase(obsolete, set);
     }
     if (!obsolete.empty()) let(old.key, obsolete);
   }

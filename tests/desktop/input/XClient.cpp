@@ -109,6 +109,18 @@ void XClient::ungrabKeyboard() {
   sync();
 }
 
+bool XClient::grabPointer() {
+  const auto cookie = xcb_grab_pointer(xcb(), 0, root_, 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
+                                       XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
+  const XcbPointer<xcb_grab_pointer_reply_t> reply(xcb_grab_pointer_reply(xcb(), cookie, nullptr));
+  return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+void XClient::ungrabPointer() {
+  xcb_ungrab_pointer(xcb(), XCB_CURRENT_TIME);
+  sync();
+}
+
 bool XClient::grabKey(std::uint16_t keyCode, std::uint16_t modifiers) {
   const XcbPointer<xcb_generic_error_t> error(
       xcb_request_check(xcb(), xcb_grab_key_checked(xcb(), 0, root_, modifiers, xCode(keyCode),

@@ -61,6 +61,9 @@ class XClient : public Pump {
   /// Active grab of the keyboard by this client.
   bool grabKeyboard();
   void ungrabKeyboard();
+  /// Active grab of the pointer; false while another client has it.
+  bool grabPointer();
+  void ungrabPointer();
   /// Core passive grab; false when refused.
   bool grabKey(std::uint16_t keyCode, std::uint16_t modifiers);
 
