@@ -14,10 +14,10 @@ DisplayMap::Display displayOf(const QScreen& screen) {
   const QRect geometry = screen.geometry();
   const double scale = screen.devicePixelRatio();
   const auto pixels = [scale](int points) { return static_cast<int>(std::lround(points * scale)); };
-  return {.pixels = {geometry.x(), geometry.y(), pixels(geometry.width()),
-                     pixels(geometry.height())},
-          .scale = scale,
-          .frame = {}};
+  return {
+      .pixels = {geometry.x(), geometry.y(), pixels(geometry.width()), pixels(geometry.height())},
+      .scale = scale,
+      .frame = {}};
 }
 
 /// Qt works the desktop's strips out of _NET_WORKAREA where that can be told for one screen.

@@ -149,7 +149,8 @@ class BinaryReader {
     const auto found = span(at, low, unit);
     if (!found || !budget_.take(found->count * unit)) return std::nullopt;
     const std::string_view content = bytes_.substr(found->at, found->count * unit);
-    if (marker == MarkerData) return PropertyList(PropertyList::Data(content.begin(), content.end()));
+    if (marker == MarkerData)
+      return PropertyList(PropertyList::Data(content.begin(), content.end()));
     if (marker == MarkerAscii) return PropertyList(content);
     QString text;
     text.reserve(static_cast<qsizetype>(found->count));

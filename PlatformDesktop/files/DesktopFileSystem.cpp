@@ -127,8 +127,8 @@ std::optional<PropertyList> DesktopFileSystem::dictionaryWithContentsOfFile(
 bool DesktopFileSystem::writeToFile(const PropertyList& dictionary, const std::string& path) {
   if (!dictionary.isDictionary() || !path.starts_with('/')) return false;
   std::error_code error;
-  const std::string target = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error).string()
-                                                         : path;
+  const std::string target =
+      fs::is_symlink(path, error) ? fs::weakly_canonical(path, error).string() : path;
   if (fs::is_directory(target, error)) return false;
   const std::string folder = target.substr(0, target.rfind('/') + 1);
   if (!createDirectoryAtPath(folder)) return false;

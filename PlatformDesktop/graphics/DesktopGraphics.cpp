@@ -87,8 +87,7 @@ Image DesktopGraphics::iconForFile(const std::string& path,
 }
 
 Image DesktopGraphics::genericIcon(const std::string& path) {
-  const bool application = path.ends_with(".desktop");
-  Image icon = imageNamed(application ? "GenericApplication" : "GenericDocument");
+  Image icon = imageNamed(icons_->isApplication(path) ? "GenericApplication" : "GenericDocument");
   icon.setSize(iconSize);
   return icon;
 }

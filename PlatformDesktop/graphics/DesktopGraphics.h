@@ -19,6 +19,8 @@ class IconSource {
   /// The picture for the file or application at `path`, at least `pixels` high and wide where it
   /// can be had; null when there is none but the generic one.
   virtual QImage icon(const std::string& path, int pixels) = 0;
+  /// Whether the generic icon is that of an application; without looking at the disk.
+  virtual bool isApplication(const std::string& path) const = 0;
 };
 
 /// Text measurement and pictures. Main thread.

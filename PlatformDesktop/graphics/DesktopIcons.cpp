@@ -61,7 +61,11 @@ QImage DesktopIcons::icon(const std::string& path, int pixels) {
   if (const xcb_window_t window = windows_->windowOf(path)) {
     if (QImage image = iconOfWindow(window, pixels); !image.isNull()) return image;
   }
-  return path.ends_with(".desktop") ? QImage() : ofKind(path, pixels);
+  return isApplication(path) ? QImage() : ofKind(path, pixels);
+}
+
+bool DesktopIcons::isApplication(const std::string& path) const {
+  return path.ends_with(".desktop") || windows_->windowOf(path) != 0;
 }
 
 }  // namespace qb

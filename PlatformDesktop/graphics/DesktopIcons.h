@@ -14,6 +14,7 @@ class DesktopIcons : public IconSource {
   explicit DesktopIcons(std::shared_ptr<const ProgramWindows> windows)
       : windows_(std::move(windows)) {}
   QImage icon(const std::string& path, int pixels) override;
+  bool isApplication(const std::string& path) const override;
 
  private:
   std::shared_ptr<const IconTheme> theme();

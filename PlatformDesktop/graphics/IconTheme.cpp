@@ -125,9 +125,8 @@ std::string IconTheme::fileInTheme(const Theme& theme, const std::string& icon, 
     // Scaling down does less harm than scaling up.
     return std::tuple(!fits, !folder->scalable && !fits, !larger, distance);
   };
-  std::stable_sort(order.begin(), order.end(), [&rank](const Folder* a, const Folder* b) {
-    return rank(a) < rank(b);
-  });
+  std::stable_sort(order.begin(), order.end(),
+                   [&rank](const Folder* a, const Folder* b) { return rank(a) < rank(b); });
   for (const Folder* folder : order) {
     for (const std::string& root : theme.roots) {
       if (std::string file = iconFile(root + '/' + folder->path, icon); !file.empty()) return file;
@@ -143,7 +142,7 @@ std::string IconTheme::fileOfIcon(const std::string& icon, int pixels) const {
   // Some name a file, ending and all.
   std::string name = icon;
   for (const char* extension : extensions) {
-    if (name.ends_with(extension)) name.resize(name.size() - std::string_view(extension).size());
+    if (name.ends_with(extension)) name.erase(name.rfind(extension));
   }
   for (const std::string& each : chain()) {
     if (std::string file = fileInTheme(theme(each), name, pixels); !file.empty()) return file;

@@ -176,8 +176,8 @@ void QPainterCanvas::drawText(std::string_view text, const Rect& rect, const Fon
   }
 }
 
-void QPainterCanvas::drawLine(std::string_view line, double top, const Rect& rect,
-                              const Font& font, const Color& color, TextAlignment alignment) {
+void QPainterCanvas::drawLine(std::string_view line, double top, const Rect& rect, const Font& font,
+                              const Color& color, TextAlignment alignment) {
   double left = rect.x();
   if (alignment != TextAlignmentLeft) {
     const double room =

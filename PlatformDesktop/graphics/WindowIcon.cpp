@@ -2,7 +2,7 @@
 
 #include <xcb/xcb_icccm.h>
 
-#include <cstring>
+#include <algorithm>
 
 #include "PlatformDesktop/processes/XConnection.h"
 
@@ -38,42 +38,34 @@ QImage bestPicture(const std::vector<std::uint32_t>& words, int pixels) {
       .copy();
 }
 
-XReply<xcb_get_image_reply_t> pixelsOf(const XConnection& x, xcb_pixmap_t pixmap, QSize& size,
-                                       std::uint8_t& depth) {
+/// A pixmap of the server: one of colours as it is, of a bitmap the set bits black on white.
+QImage pictureOfPixmap(const XConnection& x, xcb_pixmap_t pixmap) {
   const XReply<xcb_get_geometry_reply_t> geometry(
       xcb_get_geometry_reply(x.get(), xcb_get_geometry(x.get(), pixmap), nullptr));
-  if (!geometry || geometry->width > largestEdge || geometry->height > largestEdge) return nullptr;
-  size = {geometry->width, geometry->height};
-  depth = geometry->depth;
-  return XReply<xcb_get_image_reply_t>(xcb_get_image_reply(
-      x.get(),
-      xcb_get_image(x.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, 0, 0, geometry->width,
-                    geometry->height, ~0U),
-      nullptr));
+  if (!geometry || geometry->width > largestEdge || geometry->height > largestEdge) return {};
+  const bool isBitmap = geometry->depth == 1;
+  if (!isBitmap && geometry->depth != 24 && geometry->depth != 32) return {};
+  const XReply<xcb_get_image_reply_t> pixels(
+      xcb_get_image_reply(x.get(),
+                          xcb_get_image(x.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, 0, 0,
+                                        geometry->width, geometry->height, ~0U),
+                          nullptr));
+  if (!pixels) return {};
+  const xcb_setup_t* const setup = xcb_get_setup(x.get());
+  const int padding = isBitmap ? setup->bitmap_format_scanline_pad : 32;
+  const int rowBits = geometry->width * (isBitmap ? 1 : 32);
+  const int stride = (rowBits + padding - 1) / padding * padding / 8;
+  if (xcb_get_image_data_length(pixels.get()) < stride * geometry->height) return {};
+  const auto format = !isBitmap ? QImage::Format_RGB32
+                      : setup->bitmap_format_bit_order == XCB_IMAGE_ORDER_LSB_FIRST
+                          ? QImage::Format_MonoLSB
+                          : QImage::Format_Mono;
+  QImage image(xcb_get_image_data(pixels.get()), geometry->width, geometry->height, stride, format);
+  if (isBitmap) image.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
+  return image.convertToFormat(QImage::Format_ARGB32);
 }
 
-/// Applies a mask of one bit a pixel.
-void applyMask(const XConnection& x, xcb_pixmap_t mask, QImage& image) {
-  QSize size;
-  std::uint8_t depth = 0;
-  const auto bits = pixelsOf(x, mask, size, depth);
-  if (!bits || depth != 1 || size != image.size()) return;
-  const bool lowFirst =
-      xcb_get_setup(x.get())->bitmap_format_bit_order == XCB_IMAGE_ORDER_LSB_FIRST;
-  const int padding = xcb_get_setup(x.get())->bitmap_format_scanline_pad;
-  const int stride = (size.width() + padding - 1) / padding * padding / 8;
-  if (xcb_get_image_data_length(bits.get()) < stride * size.height()) return;
-  const std::uint8_t* const data = xcb_get_image_data(bits.get());
-  for (int row = 0; row < size.height(); ++row) {
-    auto* const line = reinterpret_cast<QRgb*>(image.scanLine(row));
-    for (int column = 0; column < size.width(); ++column) {
-      const int bit = lowFirst ? column % 8 : 7 - column % 8;
-      if (!(data[row * stride + column / 8] >> bit & 1)) line[column] = 0;
-    }
-  }
-}
-
-/// The icon of old programs: a pixmap of the screen's depth and a mask.
+/// The icon of old programs: a pixmap and a mask.
 QImage pixmapIcon(const XConnection& x, xcb_window_t window) {
   xcb_icccm_wm_hints_t hints{};
   if (!xcb_icccm_get_wm_hints_reply(x.get(), xcb_icccm_get_wm_hints(x.get(), window), &hints,
@@ -81,17 +73,17 @@ QImage pixmapIcon(const XConnection& x, xcb_window_t window) {
       !(hints.flags & XCB_ICCCM_WM_HINT_ICON_PIXMAP)) {
     return {};
   }
-  QSize size;
-  std::uint8_t depth = 0;
-  const auto pixels = pixelsOf(x, hints.icon_pixmap, size, depth);
-  if (!pixels || (depth != 24 && depth != 32) ||
-      xcb_get_image_data_length(pixels.get()) < size.width() * size.height() * 4) {
-    return {};
+  QImage image = pictureOfPixmap(x, hints.icon_pixmap);
+  if (!image.isNull() && hints.flags & XCB_ICCCM_WM_HINT_ICON_MASK) {
+    const QImage mask = pictureOfPixmap(x, hints.icon_mask);
+    if (mask.size() == image.size()) {
+      for (int y = 0; y < image.height(); ++y) {
+        for (int column = 0; column < image.width(); ++column) {
+          if (mask.pixel(column, y) == qRgb(255, 255, 255)) image.setPixel(column, y, 0);
+        }
+      }
+    }
   }
-  QImage image = QImage(xcb_get_image_data(pixels.get()), size.width(), size.height(),
-                        QImage::Format_RGB32)
-                     .convertToFormat(QImage::Format_ARGB32);
-  if (hints.flags & XCB_ICCCM_WM_HINT_ICON_MASK) applyMask(x, hints.icon_mask, image);
   return image;
 }
 
@@ -100,8 +92,7 @@ QImage pixmapIcon(const XConnection& x, xcb_window_t window) {
 QImage iconOfWindow(xcb_window_t window, int pixels) {
   const XConnection x;
   if (!x.isUsable()) return {};
-  const QImage image =
-      bestPicture(x.numbers(window, x.atom("_NET_WM_ICON"), maximumWords), pixels);
+  const QImage image = bestPicture(x.numbers(window, x.atom("_NET_WM_ICON"), maximumWords), pixels);
   return image.isNull() ? pixmapIcon(x, window) : image;
 }
 

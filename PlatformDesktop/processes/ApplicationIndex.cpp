@@ -18,8 +18,9 @@ constexpr int deepestFolder = 3;
 
 std::string lowerCase(std::string_view text) {
   std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(),
-                 [](unsigned char c) { return static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c); });
+  std::transform(result.begin(), result.end(), result.begin(), [](unsigned char c) {
+    return static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
+  });
   return result;
 }
 
@@ -114,7 +115,8 @@ void ApplicationIndex::buildTables() {
     byId_.emplace(lowerCase(entry.id), i);
     if (!entry.startupWmClass.empty()) byClass_.emplace(lowerCase(entry.startupWmClass), i);
     // What runs in a terminal shows the terminal's window.
-    if (const std::string program = entry.programName(); !program.empty() && !entry.runsInTerminal) {
+    if (const std::string program = entry.programName();
+        !program.empty() && !entry.runsInTerminal) {
       byProgram_.emplace(lowerCase(program), i);
     }
   }
@@ -147,8 +149,7 @@ void ApplicationIndex::assignRoles(const std::vector<std::string>& dataFolders,
     const auto firstInstalled = [this, &role](const KeyFileGroup& file) -> const DesktopEntry* {
       for (const std::string& name : splitList(keyFileValue(file, role.mimeType), ';')) {
         if (!name.ends_with(extension)) continue;
-        const auto found =
-            byId_.find(lowerCase(name.substr(0, name.size() - extension.size())));
+        const auto found = byId_.find(lowerCase(name.substr(0, name.size() - extension.size())));
         if (found != byId_.end()) return &entries_[found->second];
       }
       return nullptr;

@@ -129,8 +129,8 @@ KeyFileGroup keyFileGroup(std::string_view text, std::string_view group) {
 }
 
 std::string_view keyFileValue(const KeyFileGroup& group, std::string_view key) {
-  const auto found =
-      std::find_if(group.begin(), group.end(), [key](const auto& entry) { return entry.first == key; });
+  const auto found = std::find_if(group.begin(), group.end(),
+                                  [key](const auto& entry) { return entry.first == key; });
   return found == group.end() ? std::string_view() : std::string_view(found->second);
 }
 

@@ -51,9 +51,8 @@ void DesktopProcesses::regroup() const {
   std::erase_if(programs_, [](const auto& entry) {
     const Program& each = entry.second;
     return each.windows.empty() &&
-           (each.number.lowLongOfPSN == 0 ||
-            startMarkOfProcess(static_cast<std::int32_t>(each.number.lowLongOfPSN)) !=
-                each.startMark);
+           (each.number.lowLongOfPSN == 0 || startMarkOfProcess(static_cast<std::int32_t>(
+                                                 each.number.lowLongOfPSN)) != each.startMark);
   });
 }
 
@@ -149,7 +148,8 @@ void DesktopProcesses::describe(Program& program) const {
   information.processNumber = program.number;
   information.processIdentifier = static_cast<std::int32_t>(program.number.lowLongOfPSN);
   ProgramFile file;
-  if (information.processIdentifier != 0) file = programFileOfProcess(information.processIdentifier);
+  if (information.processIdentifier != 0)
+    file = programFileOfProcess(information.processIdentifier);
   const std::string className = shown ? shown->className : "";
   const ApplicationIndex& index = catalogue_.index();
   const DesktopEntry* const entry = index.match({.className = className,

@@ -66,7 +66,8 @@ std::shared_ptr<RunningApplication> DesktopWorkspace::application(
 
 std::vector<std::shared_ptr<RunningApplication>> DesktopWorkspace::runningApplications() const {
   std::vector<std::shared_ptr<RunningApplication>> result;
-  for (const ProcessSerialNumber number : processes_.running()) result.push_back(application(number));
+  for (const ProcessSerialNumber number : processes_.running())
+    result.push_back(application(number));
   return result;
 }
 

@@ -23,8 +23,8 @@ std::string procFile(std::int32_t pid, std::string_view name) {
 std::string baseName(const std::string& path) { return path.substr(path.rfind('/') + 1); }
 
 bool isInterpreter(const std::string& name) {
-  constexpr std::array<std::string_view, 11> stems = {"python", "perl", "ruby", "bash", "dash", "sh",
-                                                      "gjs",    "node", "java", "tclsh", "wish"};
+  constexpr std::array<std::string_view, 11> stems = {
+      "python", "perl", "ruby", "bash", "dash", "sh", "gjs", "node", "java", "tclsh", "wish"};
   return std::any_of(stems.begin(), stems.end(), [&name](std::string_view stem) {
     return name.starts_with(stem) &&
            name.find_first_not_of("0123456789.", stem.size()) == std::string::npos;

@@ -139,8 +139,8 @@ std::vector<xcb_window_t> WindowTracker::windowsOnRoot() const {
   }
   std::vector<xcb_window_t> result;
   for (int i = 0; i < count; ++i) {
-    const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-        x_.get(), cookies[static_cast<std::size_t>(i)], nullptr));
+    const XReply<xcb_get_window_attributes_reply_t> attributes(
+        xcb_get_window_attributes_reply(x_.get(), cookies[static_cast<std::size_t>(i)], nullptr));
     if (attributes && !attributes->override_redirect &&
         attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT &&
         attributes->map_state == XCB_MAP_STATE_VIEWABLE) {

@@ -64,8 +64,9 @@ QtRunLoopHost::~QtRunLoopHost() {
 Subscription QtRunLoopHost::addBeforeSleep(std::function<void()> block) {
   const std::uint64_t id = ++lastSleeper_;
   sleepers_.push_back({id, std::move(block)});
-  return Subscription(
-      [this, id] { std::erase_if(sleepers_, [id](const Sleeper& each) { return each.id == id; }); });
+  return Subscription([this, id] {
+    std::erase_if(sleepers_, [id](const Sleeper& each) { return each.id == id; });
+  });
 }
 
 Moment QtRunLoopHost::now() const { return secondsOf(CLOCK_MONOTONIC); }

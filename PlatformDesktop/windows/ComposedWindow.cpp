@@ -49,9 +49,8 @@ xcb_render_color_t renderColor(const QColor& color) {
 std::optional<ScreenFormats> ScreenFormats::query(xcb_connection_t* connection, int screen) {
   xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
   for (int i = 0; i < screen && screens.rem > 1; ++i) xcb_screen_next(&screens);
-  ScreenFormats formats{.connection = connection,
-                        .root = screens.data->root,
-                        .rootDepth = screens.data->root_depth};
+  ScreenFormats formats{
+      .connection = connection, .root = screens.data->root, .rootDepth = screens.data->root_depth};
   const xcb_visualid_t rootVisual = screens.data->root_visual;
   const std::unique_ptr<xcb_render_query_pict_formats_reply_t, Free> reply(
       xcb_render_query_pict_formats_reply(connection, xcb_render_query_pict_formats(connection),
@@ -157,7 +156,8 @@ void ComposedWindow::setLook(const Look& look) {
     fadePicture_ = 0;
     if (look.contentAlpha < 1) {
       fadePicture_ = xcb_generate_id(c);
-      const auto alpha = static_cast<std::uint16_t>(std::clamp(look.contentAlpha, 0.0, 1.0) * 65535);
+      const auto alpha =
+          static_cast<std::uint16_t>(std::clamp(look.contentAlpha, 0.0, 1.0) * 65535);
       xcb_render_create_solid_fill(c, fadePicture_, {alpha, alpha, alpha, alpha});
     }
   }
@@ -220,7 +220,7 @@ void ComposedWindow::composeRect(const QRect& rect) {
     }
   }
   if (look_.contentAlpha <= 0) return;
-  for (const QRect& area : touched_ & rect) {
+  for (const QRect& area : touched_& rect) {
     lay(XCB_RENDER_PICT_OP_OVER, contentPicture_, fadePicture_, area);
   }
 }

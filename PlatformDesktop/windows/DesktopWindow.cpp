@@ -68,10 +68,9 @@ void DesktopWindow::environmentChanged() {
                            XCB_CONFIG_WINDOW_HEIGHT,
                        values);
   if (!surface_) {
-    surface_ = std::make_unique<ComposedWindow>(server_.formats(), id(),
-                                                QSize(pixels.width, pixels.height),
-                                                composited_ ? ComposedWindow::Blending::ByCompositor
-                                                            : ComposedWindow::Blending::Here);
+    surface_ = std::make_unique<ComposedWindow>(
+        server_.formats(), id(), QSize(pixels.width, pixels.height),
+        composited_ ? ComposedWindow::Blending::ByCompositor : ComposedWindow::Blending::Here);
     touched_ = {};
     dirty_ = QRect(0, 0, pixels.width, pixels.height);
   }
@@ -80,8 +79,7 @@ void DesktopWindow::environmentChanged() {
 
 void DesktopWindow::applyLook() {
   if (!surface_) return;
-  surface_->setLook({.background = qtColor(background_),
-                     .contentAlpha = contentAlpha_});
+  surface_->setLook({.background = qtColor(background_), .contentAlpha = contentAlpha_});
   server_.updateBeforeSleep();
 }
 
@@ -111,8 +109,8 @@ void DesktopWindow::setBackgroundBlurRadius(std::int64_t radius) {
 void DesktopWindow::applyBlur() {
   // Without rectangles the property means the whole window. The strength is the compositor's own.
   if (blurRadius_ > 0) {
-    xcb_change_property(server_.connection(), XCB_PROP_MODE_REPLACE, id(),
-                        server_.blurProperty(), XCB_ATOM_CARDINAL, 32, 0, nullptr);
+    xcb_change_property(server_.connection(), XCB_PROP_MODE_REPLACE, id(), server_.blurProperty(),
+                        XCB_ATOM_CARDINAL, 32, 0, nullptr);
   } else {
     xcb_delete_property(server_.connection(), id(), server_.blurProperty());
   }

@@ -42,10 +42,10 @@ int PointerInput::countClick(const PixelEvent& event) {
   const QStyleHints& hints = *QGuiApplication::styleHints();
   const double distance =
       std::max(std::abs(event.x - lastPress_.x), std::abs(event.y - lastPress_.y));
-  const bool again = clicks_ > 0 && event.type == lastPress_.type &&
-                     distance <= hints.mouseDoubleClickDistance() &&
-                     event.time - lastPress_.time <=
-                         static_cast<std::uint32_t>(hints.mouseDoubleClickInterval());
+  const bool again =
+      clicks_ > 0 && event.type == lastPress_.type &&
+      distance <= hints.mouseDoubleClickDistance() &&
+      event.time - lastPress_.time <= static_cast<std::uint32_t>(hints.mouseDoubleClickInterval());
   clicks_ = again ? clicks_ + 1 : 1;
   lastPress_ = event;
   return clicks_;

@@ -25,8 +25,8 @@ SharedPicture::SharedPicture(xcb_connection_t* connection, xcb_pixmap_t pixmap, 
   const std::uint32_t noExposures = 0;
   xcb_create_gc(connection_, gc_, pixmap_, XCB_GC_GRAPHICS_EXPOSURES, &noExposures);
   const qsizetype stride = static_cast<qsizetype>(size.width()) * 4;
-  const int id = shmget(IPC_PRIVATE, static_cast<std::size_t>(stride) * size.height(),
-                        IPC_CREAT | 0600);
+  const int id =
+      shmget(IPC_PRIVATE, static_cast<std::size_t>(stride) * size.height(), IPC_CREAT | 0600);
   if (id >= 0) {
     memory_ = shmat(id, nullptr, 0);
     if (memory_ == reinterpret_cast<void*>(-1)) memory_ = nullptr;
@@ -66,18 +66,17 @@ QImage& SharedPicture::beginPainting() {
 }
 
 void SharedPicture::send(const QRegion& region) {
-  for (const QRect& rect : region & image_.rect()) {
+  for (const QRect& rect : region& image_.rect()) {
     if (segment_ == 0) {
       sendBytes(rect);
       continue;
     }
-    xcb_shm_put_image(connection_, pixmap_, gc_, static_cast<std::uint16_t>(image_.width()),
-                      static_cast<std::uint16_t>(image_.height()),
-                      static_cast<std::uint16_t>(rect.x()), static_cast<std::uint16_t>(rect.y()),
-                      static_cast<std::uint16_t>(rect.width()),
-                      static_cast<std::uint16_t>(rect.height()),
-                      static_cast<std::int16_t>(rect.x()), static_cast<std::int16_t>(rect.y()),
-                      depth, XCB_IMAGE_FORMAT_Z_PIXMAP, 0, segment_, 0);
+    xcb_shm_put_image(
+        connection_, pixmap_, gc_, static_cast<std::uint16_t>(image_.width()),
+        static_cast<std::uint16_t>(image_.height()), static_cast<std::uint16_t>(rect.x()),
+        static_cast<std::uint16_t>(rect.y()), static_cast<std::uint16_t>(rect.width()),
+        static_cast<std::uint16_t>(rect.height()), static_cast<std::int16_t>(rect.x()),
+        static_cast<std::int16_t>(rect.y()), depth, XCB_IMAGE_FORMAT_Z_PIXMAP, 0, segment_, 0);
   }
   if (segment_ == 0) return;
   if (fence_ != 0) xcb_discard_reply(connection_, fence_);

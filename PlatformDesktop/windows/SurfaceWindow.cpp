@@ -49,8 +49,7 @@ PixelEvent SurfaceWindow::pixelEvent(EventType type, const QSinglePointEvent& ev
 }
 
 void SurfaceWindow::mousePressEvent(QMouseEvent* event) {
-  const auto type =
-      typeForButton(event->button(), EventTypeLeftMouseDown, EventTypeRightMouseDown);
+  const auto type = typeForButton(event->button(), EventTypeLeftMouseDown, EventTypeRightMouseDown);
   if (type) receiver_(pixelEvent(*type, *event));
 }
 
