@@ -1,0 +1,152 @@
+#include "PlatformDesktop/menus/MenuItemWidget.h"
+
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <cmath>
+
+#include "PlatformDesktop/graphics/QPainterCanvas.h"
+#include "PlatformDesktop/graphics/QtConversions.h"
+#include "PlatformDesktop/menus/MenuLook.h"
+#include "PlatformDesktop/windows/SurfaceWindow.h"
+#include "QuillboxCommon/views/MenuItemView.h"
+
+namespace qb {
+
+namespace {
+
+/// Draws black text in the colour that the theme has for text: views of menus are made for light
+/// ones.
+class MenuCanvas : public QPainterCanvas {
+ public:
+  using QPainterCanvas::QPainterCanvas;
+  void drawText(std::string_view text, const Rect& rect, const Font& font, const Color& color,
+                TextAlignment alignment) override {
+    const QColor themed = MenuColors::current().text;
+    const Color replaced =
+        color == Color::black()
+            ? Color::colorWithCalibratedRed(themed.redF(), themed.greenF(), themed.blueF(), 1)
+            : color;
+    QPainterCanvas::drawText(text, rect, font, replaced, alignment);
+  }
+};
+
+}  // namespace
+
+/// What of a window matters inside of a menu: asking for paint.
+class MenuItemWidget::Peer : public WindowPeer {
+ public:
+  explicit Peer(MenuItemWidget& widget) : widget_(widget) {}
+  void setFrame(const Rect&) override {}
+  void setLevel(std::int64_t) override {}
+  void setCollectionBehavior(std::uint64_t) override {}
+  void setStyleMask(std::uint64_t) override {}
+  void setHasShadow(bool) override {}
+  void setOpaque(bool) override {}
+  void setTitle(const std::string&) override {}
+  void setBackgroundColor(const Color&) override {}
+  void setBackgroundBlurRadius(std::int64_t) override {}
+  void setContentAlphaValue(double) override {}
+  void orderFront() override {}
+  void makeKeyAndOrderFront() override {}
+  void orderOut() override {}
+  void setNeedsDisplay(const Rect& rect) override {
+    widget_.update(qtRect(rect).toAlignedRect().translated(widget_.viewOrigin()));
+  }
+
+ private:
+  MenuItemWidget& widget_;
+};
+
+class MenuItemWidget::PeerFactory : public WindowPeerFactory {
+ public:
+  explicit PeerFactory(MenuItemWidget& widget) : widget_(widget) {}
+  std::unique_ptr<WindowPeer> createWindowPeer(WindowPeerClient&) override {
+    return std::make_unique<Peer>(widget_);
+  }
+
+ private:
+  MenuItemWidget& widget_;
+};
+
+MenuItemWidget::MenuItemWidget(const std::shared_ptr<View>& view, TextCache& texts)
+    : view_(view),
+      texts_(texts),
+      takesMouse_(dynamic_cast<const MenuItemView*>(view.get()) == nullptr) {
+  setMouseTracking(true);
+  setAttribute(Qt::WA_TransparentForMouseEvents, !takesMouse_);
+  setFocusPolicy(Qt::NoFocus);
+  PeerFactory factory(*this);
+  window_ = std::make_unique<MenuItemWindow>(factory, view_);
+}
+
+MenuItemWidget::~MenuItemWidget() = default;
+
+void MenuItemWidget::setHighlighted(bool highlighted) {
+  if (highlighted == highlighted_) return;
+  highlighted_ = highlighted;
+  update();
+}
+
+QSize MenuItemWidget::sizeHint() const { return MenuLook::sizeOfView(*view_); }
+
+QSize MenuItemWidget::viewSize() const {
+  const Size size = view_->frame().size;
+  return QSizeF(size.width, size.height).toSize();
+}
+
+QPoint MenuItemWidget::viewOrigin() const {
+  const QSize own = viewSize();
+  return {(width() - own.width()) / 2, (height() - own.height()) / 2};
+}
+
+void MenuItemWidget::paintEvent(QPaintEvent* event) {
+  QPainter painter(this);
+  if (highlighted_ && !takesMouse_) MenuLook::drawHighlight(painter, rect());
+  const double scale = devicePixelRatioF();
+  const QPoint origin = viewOrigin();
+  const QRect dirty = event->rect().translated(-origin) & QRect({0, 0}, viewSize());
+  if (dirty.isEmpty()) return;
+  QImage image((QSizeF(viewSize()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  const QRect pixels =
+      QRectF(dirty.x() * scale, dirty.y() * scale, dirty.width() * scale, dirty.height() * scale)
+          .toAlignedRect();
+  {
+    MenuCanvas canvas(image, pixels & image.rect(), scale, texts_);
+    window_->paint(canvas, rectOf(dirty));
+  }
+  image.setDevicePixelRatio(scale);
+  painter.drawImage(origin, image);
+}
+
+void MenuItemWidget::deliver(EventType type, const QMouseEvent& event) {
+  const QPointF point = event.position() - viewOrigin();
+  Event ours;
+  ours.type = type;
+  ours.flags = eventFlags(event.modifiers());
+  ours.location = {point.x(), window_->frame().height() - point.y()};
+  ours.clickCount = type == EventTypeMouseMoved ? 0 : 1;
+  window_->deliver(ours);
+}
+
+void MenuItemWidget::mousePressEvent(QMouseEvent* event) {
+  deliver(event->button() == Qt::RightButton ? EventTypeRightMouseDown : EventTypeLeftMouseDown,
+          *event);
+}
+
+void MenuItemWidget::mouseReleaseEvent(QMouseEvent* event) {
+  deliver(event->button() == Qt::RightButton ? EventTypeRightMouseUp : EventTypeLeftMouseUp,
+          *event);
+}
+
+void MenuItemWidget::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+
+void MenuItemWidget::mouseMoveEvent(QMouseEvent* event) {
+  deliver(event->buttons() & Qt::LeftButton ? EventTypeLeftMouseDragged : EventTypeMouseMoved,
+          *event);
+}
+
+void MenuItemWidget::leaveEvent(QEvent*) { window_->pointerLeft(); }
+
+}  // namespace qb
