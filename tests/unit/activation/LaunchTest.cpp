@@ -9,6 +9,7 @@ namespace {
 class LaunchTest : public testing::Test {
  protected:
   void launch() {
+    noteLaunchedBefore(platform);
     appDelegate = AppDelegate::create(platform);
     appDelegate->applicationDidFinishLaunching();
   }
@@ -73,7 +74,8 @@ TEST_F(LaunchTest, TerminationGivesBackWhatIsHeld) {
 
 TEST_F(LaunchTest, DelegateThatGoesWhileThePanelIsUpLeavesNothingBehind) {
   launch();
-  platform.runFor(0.01);
+  // Until the word that it is running has left the screen.
+  platform.runFor(3.01);
   appDelegate->activateApplicationWithActivationMethod(ActivationMethodCommandTab);
   appDelegate->dismissQuillbox();
   appDelegate.reset();

@@ -53,11 +53,13 @@ TEST_F(UtilityTimerTest, StartWithAccessSaysNothing) {
 
 TEST_F(UtilityTimerTest, RevokedAccessLeavesTheTapDeadUntilItIsGrantedAgain) {
   platform.runFor(5);
+  platform.dialogs().answerAlert("OK");
   platform.accessibility().setTrusted(false);
   EXPECT_FALSE(quillbox->hasAccessibilityAccess());
   platform.runFor(5);
   EXPECT_FALSE(tap().isEnabled());
   EXPECT_THAT(platform.log(), Not(Contains(reinstalled)));
+  platform.dialogs().answerAlert("OK");
   platform.accessibility().setTrusted(true);
   platform.runFor(1);
   EXPECT_TRUE(tap().isEnabled());
@@ -93,6 +95,7 @@ class WithoutAccessTest : public testing::Test {
  protected:
   WithoutAccessTest() {
     platform.accessibility().setTrusted(false);
+    noteLaunchedBefore(platform);
     appDelegate = AppDelegate::create(platform);
     appDelegate->applicationDidFinishLaunching();
     platform.runFor(0.01);
@@ -121,13 +124,15 @@ TEST_F(WithoutAccessTest, OptionTabWorksAndCommandTabStaysWithTheDesktop) {
 
 TEST_F(WithoutAccessTest, GrantIsNoticedWithinASecond) {
   platform.runFor(3.5);
+  platform.dialogs().answerAlert("OK");
   platform.accessibility().setTrusted(true);
   platform.runFor(1);
   EXPECT_TRUE(platform.eventTap().isEnabled());
   EXPECT_EQ(platform.eventTap().numberOfCreations(), 1);
   EXPECT_EQ(platform.log(),
             (std::vector<std::string>{"Quillbox is launching...",
-                                      "Re-installing event taps after Accessibilty Enabled"}));
+                                      "Re-installing event taps after Accessibilty Enabled",
+                                      "Quillbox is relaunching itself..."}));
 }
 
 }  // namespace
