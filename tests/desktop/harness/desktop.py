@@ -1,5 +1,6 @@
 """One desktop: display, home folder, window manager, applications, the program."""
 
+import datetime
 import os
 import pathlib
 import plistlib
@@ -15,6 +16,8 @@ from .processes import Process
 NO_KEYS = pathlib.Path(__file__).resolve().parents[1] / "openbox/no-keys.xml"
 READY = "ready"
 SETTINGS = "Library/Preferences/com.vorlane.quillbox.settings"
+USER_DEFAULTS = "Library/Preferences/com.vorlane.quillbox.plist"
+VERSION = "1.0.0"
 
 
 class Application:
@@ -79,6 +82,7 @@ class Desktop:
         self.window_manager = None
         self.compositor = None
         self.program = None
+        self.note_launched_before()
         self._start_server(size, server_options)
 
     def _make_environment(self):
@@ -160,6 +164,32 @@ class Desktop:
         if not self.probe.wait_selection("_NET_WM_CM_S0"):
             raise RuntimeError("no compositor")
 
+    def note_launched_before(self):
+        """A home folder in which this version has run: the program greets nobody."""
+        self.write_settings({})
+        self.write_user_defaults({
+            "kInitialApplicationLaunchVersionTwoKey": datetime.datetime(2023, 3, 8), VERSION: "Welcomed",
+        })
+
+    def make_new(self):
+        """A home folder in which the program has never run."""
+        self.settings_path.unlink()
+        self.user_defaults_path.unlink()
+
+    def write_user_defaults(self, values):
+        self.user_defaults_path.parent.mkdir(parents=True, exist_ok=True)
+        self.user_defaults_path.write_bytes(plistlib.dumps(values))
+
+    def read_user_defaults(self):
+        return plistlib.loads(self.user_defaults_path.read_bytes())
+
+    def read_settings(self):
+        return plistlib.loads(self.settings_path.read_bytes())
+
+    @property
+    def user_defaults_path(self):
+        return self.home / USER_DEFAULTS
+
     def write_settings(self, values, fmt=plistlib.FMT_XML):
         """Both generation marks are set unless given: without them most keys are not read."""
         marks = {"OnePointOneSettingsHaveBeenSaved": True, "TwoPointOhSettingsHaveBeenSaved": True}
@@ -195,6 +225,7 @@ class Desktop:
 DEFAULTS = {
     "ActivatesOnOptionTab": True,
     "ActivatesOnCommandTab": True,
+    "HasPerformedOneTimeStartUp": True,
     "KeepQuillboxActiveWhenMouseMovedWithCommandTabActivation": True,
     "KeepQuillboxActiveWhenMouseMovedWithOptionTabActivation": True,
     "LowerTabRowItemHaloHeight": 50,
