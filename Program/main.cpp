@@ -13,6 +13,7 @@
 #include "PlatformDesktop/InstanceLock.h"
 #include "PlatformDesktop/StandardErrorLog.h"
 #include "Quillbox/activation/AppDelegate.h"
+#include "QuillboxCommon/Log.h"
 
 namespace {
 
@@ -73,6 +74,8 @@ int runOnDisplay(int argc, char* argv[]) {
   auto& platform = *std::get<std::unique_ptr<qb::DesktopPlatform>>(created);
   const auto delegate = qb::AppDelegate::create(platform);
   delegate->applicationDidFinishLaunching();
+  // From here on the keys are taken. Whoever has started the program may wait for this line.
+  qb::log("Quillbox is ready");
   QApplication::exec();
   delegate->applicationWillTerminate();
   platform.finishBackgroundWork();
