@@ -5,6 +5,7 @@
 #include <variant>
 
 #include "Platform/Platform.h"
+#include "PlatformDesktop/dialogs/ColorScheme.h"
 #include "PlatformDesktop/dialogs/DesktopDialogs.h"
 #include "PlatformDesktop/displays/DesktopDisplays.h"
 #include "PlatformDesktop/files/DesktopFileSystem.h"
@@ -15,6 +16,7 @@
 #include "PlatformDesktop/processes/DesktopProcesses.h"
 #include "PlatformDesktop/processes/DesktopWorkspace.h"
 #include "PlatformDesktop/runloop/QtRunLoopHost.h"
+#include "PlatformDesktop/session/DesktopAppearance.h"
 #include "PlatformDesktop/session/DesktopApplicationControl.h"
 #include "PlatformDesktop/session/DesktopArchiver.h"
 #include "PlatformDesktop/session/DesktopDistributedNotifications.h"
@@ -95,6 +97,8 @@ class DesktopPlatform : public Platform {
   DesktopDialogs dialogs_;
   DesktopMenuPresenter menuPresenter_;
   SessionBus sessionBus_;
+  DesktopAppearance appearance_{sessionBus_};
+  ColorScheme colorScheme_{sessionBus_};
   DesktopApplicationControl applicationControl_;
   DesktopArchiver archiver_;
   DesktopDistributedNotifications distributedNotifications_;

@@ -191,17 +191,19 @@ void MenuLook::drawHighlight(QPainter& painter, const QRect& rect) {
 
 void MenuLook::drawPanel(QPainter& painter, const QRect& rect, bool rounded) {
   const MenuColors& colors = MenuColors::current();
-  painter.setPen(QPen(colors.border, 1));
-  painter.setBrush(colors.background);
   if (!rounded) {
+    // Filled, not stroked: a stroke would stand half a device pixel off at larger scales.
     painter.fillRect(rect, colors.background);
-    painter.drawRect(rect.adjusted(0, 0, -1, -1));
+    const QRect inner = rect.adjusted(1, 1, -1, -1);
+    for (const QRect& edge : QRegion(rect) - inner) painter.fillRect(edge, colors.border);
     return;
   }
   painter.setCompositionMode(QPainter::CompositionMode_Source);
   painter.fillRect(rect, Qt::transparent);
   painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
   painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(colors.border, 1));
+  painter.setBrush(colors.background);
   painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius, cornerRadius);
 }
 
