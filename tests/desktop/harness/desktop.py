@@ -14,7 +14,7 @@ from .probe import Probe
 from .processes import Process
 
 NO_KEYS = pathlib.Path(__file__).resolve().parents[1] / "openbox/no-keys.xml"
-READY = "ready"
+READY = "Quillbox is ready"
 SETTINGS = "Library/Preferences/com.vorlane.quillbox.settings"
 USER_DEFAULTS = "Library/Preferences/com.vorlane.quillbox.plist"
 VERSION = "1.0.0"
@@ -127,10 +127,15 @@ class Desktop:
 
     def start_window_manager(self, configuration=NO_KEYS):
         """openbox with the given configuration; None stands for the one that it is shipped with."""
-        command = ["openbox", "--sm-disable"]
+        running = self.folder / "openbox-runs"
+        running.unlink(missing_ok=True)
+        command = ["openbox", "--sm-disable", "--startup", f"touch {running}"]
         if configuration:
             command += ["--config-file", configuration]
         self.start_manager(command)
+        # It announces itself early, and forgets the windows that ask to be mapped soon after.
+        if not self.wait_until(running.exists):
+            raise RuntimeError("openbox does not get to run: " + self.window_manager.output)
 
     def start_manager(self, command):
         self.window_manager = self.start(command)
