@@ -30,12 +30,16 @@ int main(int argc, char** argv) {
   const QString page = parser.value(pageOption);
   if (qb::SingleInstance::handOver(page)) return 0;
 
-  qb::applyTheme(application, qb::desktopIsDark(application));
+  qb::applyTheme(application, qb::desktopIsDark());
   qb::PreferencesModel model;
   qb::PreferencesWindow window(model);
   const qb::SingleInstance instance([&window](const QString& wish) {
     window.showPage(wish);
     window.comeForward();
+  });
+  qb::askDesktopForDark(model.bus(), [&application, &window](bool dark) {
+    qb::applyTheme(application, dark);
+    window.refresh();
   });
   window.showPage(page);
   window.show();

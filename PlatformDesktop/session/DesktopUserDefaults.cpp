@@ -9,10 +9,17 @@ DesktopUserDefaults::DesktopUserDefaults(FileSystem& fileSystem, const std::stri
     : fileSystem_(fileSystem), path_(fileSystem.stringByExpandingTildeInPath(path)) {
   const QString folder = QFileInfo(QString::fromStdString(path_)).path();
   QDir().mkpath(folder);
-  // The file itself is replaced at each change, which would end a watch of it.
+  // The folder, since a file that is replaced is no longer watched; the file as well, since its
+  // user may edit it in place.
   watcher_.addPath(folder);
   values_ = read();
-  connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this] { take(read()); });
+  watchFile();
+  const auto readAgain = [this] {
+    take(read());
+    watchFile();
+  };
+  connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, readAgain);
+  connect(&watcher_, &QFileSystemWatcher::fileChanged, this, readAgain);
 }
 
 PropertyList DesktopUserDefaults::objectForKey(const std::string& key) const {
@@ -24,6 +31,11 @@ void DesktopUserDefaults::setObject(const PropertyList& value, const std::string
   PropertyList values = read();
   values.setObject(value, key);
   if (fileSystem_.writeToFile(values, path_)) take(std::move(values));
+}
+
+void DesktopUserDefaults::watchFile() {
+  const QString file = QString::fromStdString(path_);
+  if (!watcher_.files().contains(file) && QFileInfo::exists(file)) watcher_.addPath(file);
 }
 
 PropertyList DesktopUserDefaults::read() const {

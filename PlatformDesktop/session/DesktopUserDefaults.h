@@ -28,6 +28,7 @@ class DesktopUserDefaults : public QObject, public UserDefaults {
 
  private:
   PropertyList read() const;
+  void watchFile();
   void take(PropertyList values);
 
   FileSystem& fileSystem_;

@@ -40,6 +40,8 @@ QWidget* makePage(const QString& title, const std::function<void(QVBoxLayout&)>&
   column->addStretch();
   auto* const scroll = new QScrollArea;
   scroll->setWidgetResizable(true);
+  // The keyboard goes from control to control; the view follows it.
+  scroll->setFocusPolicy(Qt::NoFocus);
   scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   scroll->setWidget(content);
   return scroll;

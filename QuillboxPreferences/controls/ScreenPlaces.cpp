@@ -11,9 +11,13 @@ namespace qb {
 
 namespace {
 
-constexpr std::array names{"Top left corner",     "Top right corner", "Bottom left corner",
-                           "Bottom right corner", "Left edge",        "Bottom edge",
-                           "Right edge"};
+constexpr std::array names{"Top left corner",
+                           "Top right corner",
+                           "Bottom left corner",
+                           "Bottom right corner",
+                           "Left edge: watched, but raises nothing",
+                           "Bottom edge: watched, but raises nothing",
+                           "Right edge: watched, but raises nothing"};
 
 }  // namespace
 

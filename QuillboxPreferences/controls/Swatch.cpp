@@ -59,6 +59,8 @@ void Swatch::paintEvent(QPaintEvent* /*event*/) {
     }
   }
   painter.fillRect(rect(), color_);
+  // One half shows the hue itself, the other one how much shines through.
+  painter.fillRect(0, 0, width() / 2, height(), color_.alpha() == 0 ? color_ : color_.rgb());
   painter.restore();
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(theme.border, 1));

@@ -1,0 +1,205 @@
+"""The preference program, and what other programs of the session change."""
+
+import os
+import pathlib
+import signal
+import subprocess
+import unittest
+
+from harness import DEADLINE, PROGRAM
+from harness.case import DesktopTestCase
+
+PREFERENCES = PROGRAM.with_name("quillbox-preferences")
+SIGNAL = "com.vorlane.Quillbox.DistributedNotifications.Posted"
+OBJECT_PATH = "/com/vorlane/Quillbox/DistributedNotifications"
+SENDER = "com.vorlane.quillboxPreferences"
+DENIED = "InputAccessIsDenied"
+LONG = 30
+
+
+class SessionTestCase(DesktopTestCase):
+    """With a session bus that is the test's own."""
+
+    def start_window_manager(self):
+        super().start_window_manager()
+        self.bus = self.desktop.start(
+            ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address"])
+        address = self.bus.wait_for_line(lambda line: line.startswith("unix:"))
+        self.assertIsNotNone(address, "no session bus")
+        lines = [line for line in self.bus.lines if line.startswith("unix:")]
+        self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"] = lines[0]
+
+    def post(self, name):
+        self.desktop.run(["dbus-send", "--session", "--type=signal", OBJECT_PATH, SIGNAL,
+                          "string:" + name, "string:" + SENDER])
+
+    def wait(self, holds, message):
+        """For what takes several programs, some of which have to start first."""
+        self.assertTrue(self.desktop.wait_until(holds, LONG), message)
+
+    @property
+    def information(self):
+        """What the program publishes for the preference program."""
+        return self.desktop.folder / "runtime/quillbox/pasteboards/QuillboxInformation.pasteboard"
+
+    def start_preferences(self, *arguments):
+        """Returns once its window has the keyboard."""
+        process = self.desktop.start([PREFERENCES, *arguments])
+        self.wait(self.preferences_are_in_front, "the preferences do not show")
+        return process
+
+    def preferences_are_in_front(self):
+        result = subprocess.run(
+            ["xdotool", "getactivewindow", "getwindowname"], env=self.desktop.environment,
+            capture_output=True, text=True, timeout=DEADLINE, check=False)
+        return result.stdout.strip() == "Quillbox Preferences"
+
+    def running_programs(self):
+        """The processes of the program on this display."""
+        found = []
+        for entry in pathlib.Path("/proc").iterdir():
+            try:
+                if entry.name.isdigit() and os.readlink(entry / "exe") == str(PROGRAM.resolve()):
+                    environment = (entry / "environ").read_bytes().split(b"\0")
+                    if ("DISPLAY=" + self.desktop.environment["DISPLAY"]).encode() in environment:
+                        found.append(int(entry.name))
+            except OSError:
+                continue
+        return found
+
+
+class PreferenceProgram(SessionTestCase):
+    def test_a_switch_is_saved_and_counts_at_once(self):
+        self.start_preferences("--page=activation")
+        self.probe.tap("Tab")  # From the list of pages to the first switch: Super-Tab.
+        self.probe.tap("space")
+        self.wait(lambda: not self.desktop.read_settings()["ActivatesOnCommandTab"], "not saved")
+        self.assertTrue(self.desktop.read_settings()["ActivatesOnOptionTab"])
+        self.probe.tap("Escape")
+        self.assert_active("Gamma")
+        start = len(self.gamma.events)
+        self.probe.tap("Super_L", "Tab")
+        self.assertTrue(self.gamma.receives("press Tab", start), "Super-Tab is still taken")
+
+    def test_preview_shows_the_panel(self):
+        self.start_preferences("--page=appearance")
+        self.panel.remember_hidden()
+
+        def shows():
+            self.probe.tap("Alt_L", "p")
+            return self.panel.wait_shown()
+
+        self.wait(shows, "the panel does not show")
+        self.probe.tap("Escape")
+
+    def test_second_start_hands_over_to_the_first(self):
+        self.start_preferences()
+        second = subprocess.run([PREFERENCES, "--page=access"], env=self.desktop.environment,
+                                timeout=DEADLINE, check=False)
+        self.assertEqual(second.returncode, 0)
+
+    def test_access_is_published_for_it(self):
+        self.wait(self.information.exists, "nothing is published")
+        self.assertEqual(self.information.stat().st_mode & 0o777, 0o600)
+
+
+class SettingsOfAnotherProcess(SessionTestCase):
+    def test_file_is_read_again_when_told(self):
+        self.probe.move((640, 300))
+        self.desktop.write_settings({"ActivatesViaTopLeftCorner": True})
+        self.panel.remember_hidden()
+        self.wait(self.corner_raises_the_panel, "the corner does nothing")
+
+    def corner_raises_the_panel(self):
+        # Again and again: the program may not have found the bus yet.
+        self.post("Settings Changed")
+        self.probe.move((640, 300))
+        self.probe.move((0, 0))
+        return self.panel.wait_shown()
+
+    def test_preview_is_shown_to_whoever_asks(self):
+        self.panel.remember_hidden()
+        self.wait(self.preview_shows_the_panel, "the panel does not show")
+        self.probe.tap("Escape")
+
+    def preview_shows_the_panel(self):
+        self.post("Preview Quillbox")
+        return self.panel.wait_shown()
+
+
+class NoSessionBus(DesktopTestCase):
+    def test_is_logged_once_and_all_else_works(self):
+        self.assertIsNotNone(
+            self.program.wait_for_line(lambda line: line.startswith("No session bus (")))
+        self.super_tab()
+        self.assert_active("Alpha")
+        lines = [line for line in self.program.lines if line.startswith("No session bus (")]
+        self.assertEqual(len(lines), 1)
+
+
+class FirstRun(SessionTestCase):
+    starts_program = False
+
+    def test_greets_once_and_adds_the_login_item(self):
+        self.desktop.make_new()
+        self.desktop.start_program()
+        entry = self.desktop.home / ".config/autostart/com.vorlane.quillbox.desktop"
+        self.wait(entry.exists, "no login item")
+        self.assertIn(f'Exec="{PROGRAM.resolve()}"', entry.read_text())
+        self.assertTrue(self.desktop.read_settings()["HasPerformedOneTimeStartUp"])
+        self.wait(self.greeting_is_answered, "the greeting cannot be answered")
+        self.assertTrue(self.desktop.wait_until_ready())
+        self.super_tab()
+        self.assert_active("Alpha")
+
+    def greeting_is_answered(self):
+        self.probe.tap("Return")
+        defaults = self.desktop.user_defaults_path
+        return defaults.exists() and "1.0.0" in self.desktop.read_user_defaults()
+
+
+class Relaunch(SessionTestCase):
+    def setUp(self):
+        super().setUp()
+        self.addCleanup(self.end_programs)
+
+    def end_programs(self):
+        for pid in self.running_programs():
+            os.kill(pid, signal.SIGTERM)
+        self.wait(lambda: not self.running_programs(), "the new program does not end")
+
+    def start_program(self):
+        self.desktop.write_user_defaults(
+            {**self.desktop.read_user_defaults(), DENIED: True})
+        super().start_program()
+
+    def test_granted_access_starts_the_program_anew(self):
+        old = self.running_programs()
+        self.assertEqual(len(old), 1)
+        # Before that it has not looked yet, and would see nothing change.
+        self.wait(self.information.exists, "the missing access is not noticed")
+        self.desktop.write_user_defaults(
+            {**self.desktop.read_user_defaults(), DENIED: False})
+        self.wait(lambda: self.thanks_are_answered(old), "the program does not start anew")
+        self.super_tab_works()
+
+    def thanks_are_answered(self, old):
+        self.probe.tap("Return")
+        running = self.running_programs()
+        return len(running) == 1 and running != old
+
+    def super_tab_works(self):
+        self.panel.remember_hidden()
+
+        def comes():
+            self.probe.down("Super_L")
+            self.probe.tap("Tab")
+            shown = self.panel.wait_shown()
+            self.probe.up("Super_L")
+            return shown
+
+        self.wait(comes, "the new program does not take Super-Tab")
+
+
+if __name__ == "__main__":
+    unittest.main()
