@@ -84,7 +84,8 @@ DesktopInputHost DesktopPlatform::inputHost() {
           .currentMode = [this] { return runLoop_->currentMode(); },
           .pointerSpace = [this] { return pointerSpace(); },
           .isOwnWindow = [this](std::uint32_t id) { return windowServer_.isOwnWindow(id); },
-          .isAllowed = [this] { return !userDefaults_.boolForKey(kInputAccessIsDeniedKey); }};
+          .isAllowed = [this] { return !userDefaults_.boolForKey(kInputAccessIsDeniedKey); },
+          .deliverKey = [this](const TappedEvent& key) { windowServer_.deliverKey(key); }};
 }
 
 void DesktopPlatform::setInput(std::unique_ptr<DesktopInput> input) {
@@ -116,7 +117,10 @@ void DesktopPlatform::noteAccess() {
 }
 
 void DesktopPlatform::noteKeyWindow() {
-  processes_.setOwnWindowIsKey(windowServer_.keyWindow() != nullptr || dialogs_.isUp());
+  const bool windowIsKey = windowServer_.keyWindow() != nullptr;
+  processes_.setOwnWindowIsKey(windowIsKey || dialogs_.isUp());
+  // A dialog has the server's own keyboard focus, which must not be kept from it.
+  input_->eventTap().setOwnWindowIsKey(windowIsKey && !dialogs_.isUp());
 }
 
 PointerSpace DesktopPlatform::pointerSpace() const {

@@ -28,6 +28,7 @@ bool DesktopEventTap::create(Callback callback) {
   if (!isTrusted_()) return false;
   callback_ = std::move(callback);
   enabled_ = true;
+  sendRules();
   return true;
 }
 
@@ -61,8 +62,14 @@ void DesktopEventTap::setRules(const TapRules& rules) {
   sendRules();
 }
 
+void DesktopEventTap::setOwnWindowIsKey(bool isKey) {
+  ownWindowIsKey_ = isKey;
+  sendRules();
+}
+
 void DesktopEventTap::sendRules() {
-  const TapRules rules = isServing() ? rules_ : TapRules{};
+  TapRules rules = isServing() ? rules_ : TapRules{};
+  rules.everyKeyDown = rules.everyKeyDown || ownWindowIsKey_;
   if (rules == sentRules_) return;
   sentRules_ = rules;
   // They hold for all events from now on, so this waits until the thread has acted on them.

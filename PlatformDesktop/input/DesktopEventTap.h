@@ -43,6 +43,9 @@ class DesktopEventTap : public EventTap {
   /// it. False: it must not get it.
   bool tapPointerEvent(const TappedEvent& event);
 
+  /// A window of this process is key: keys are kept for it, whatever the rules say.
+  void setOwnWindowIsKey(bool isKey);
+
   // For DesktopInput.
   /// True when events must wait, since the tap is not served in `mode`.
   bool holdsBack(RunLoopMode mode) const { return isServing() && !runLoopContains(mode); }
@@ -60,6 +63,7 @@ class DesktopEventTap : public EventTap {
   std::function<bool()> isTrusted_;
   Callback callback_;
   bool enabled_ = false;
+  bool ownWindowIsKey_ = false;
   std::uint8_t modes_ = 0;
   TapRules rules_, sentRules_;
   /// Shared, since a subscription may outlive the tap.

@@ -60,12 +60,14 @@ std::unique_ptr<HotKeys::Registration> DesktopHotKeys::registerEventHotKey(std::
   return std::make_unique<TableRegistration>(table_, combination);
 }
 
-void DesktopHotKeys::press(const Combination& combination) {
+bool DesktopHotKeys::press(const Combination& combination) {
   const auto key = table_->keys.find(combination);
-  if (key == table_->keys.end() || !handler_) return;
+  if (key == table_->keys.end()) return false;
+  if (!handler_) return true;
   const HotKeyID id = key->second;
   const Handler handler = handler_;
   handler(id);
+  return true;
 }
 
 }  // namespace qb

@@ -21,8 +21,9 @@ class DesktopHotKeys : public HotKeys {
                                                                   HotKeyID id) override;
 
   // For DesktopInput.
-  /// A key-down that came to this process and that the tap let pass.
-  void press(const Combination& combination);
+  /// A key-down that came to this process and that the tap let pass. Answers whether it was a hot
+  /// key.
+  bool press(const Combination& combination);
 
  private:
   struct Table;

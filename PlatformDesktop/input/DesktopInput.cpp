@@ -59,8 +59,10 @@ void DesktopInput::handOnKey(const InputEvent& event) {
   tapped.keyCode = event.keyCode;
   tapped.isRepeat = event.isRepeat;
   const bool passes = eventTap_.tap(tapped);
-  if (passes && event.isOwned && event.type == EventTypeKeyDown) {
-    hotKeys_.press({event.keyCode, event.flags & combinationFlags});
+  if (passes && event.isOwned) {
+    const bool isHotKey = event.type == EventTypeKeyDown &&
+                          hotKeys_.press({event.keyCode, event.flags & combinationFlags});
+    if (!isHotKey && host_.deliverKey) host_.deliverKey(tapped);
   }
   if (event.serial != 0) {
     thread_.post([serial = event.serial](InputWorker& worker) { worker.setHandled(serial); });

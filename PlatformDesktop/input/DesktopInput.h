@@ -18,7 +18,7 @@
 namespace qb {
 
 /// What input needs of the program around it. All but `wake` are called on the main thread; none
-/// but `isAllowed` may be empty.
+/// but `isAllowed` and `deliverKey` may be empty.
 struct DesktopInputHost {
   /// Makes the main thread call `DesktopInput::drain` soon. Any thread.
   std::function<void()> wake;
@@ -29,6 +29,9 @@ struct DesktopInputHost {
   std::function<bool(std::uint32_t window)> isOwnWindow;
   /// Whether the user grants the access that a tap needs.
   std::function<bool()> isAllowed;
+  /// Gets the keys that are kept for this process and that neither the tap nor a hot key took. May
+  /// be empty.
+  std::function<void(const TappedEvent& key)> deliverKey;
 };
 
 /// Keyboard and pointer of the X desktop. Main thread.

@@ -49,6 +49,7 @@ class DesktopWindow : public WindowPeer {
   /// Gives the client an event whose location is in the space of all displays. Presses and scrolls
   /// beside the window are dropped.
   void deliver(Event event);
+  void deliverKey(const Event& event) { client_.deliver(event); }
 
  private:
   void createWindow();

@@ -88,6 +88,16 @@ bool DesktopWindowServer::isOwnWindow(xcb_window_t id) const {
   });
 }
 
+void DesktopWindowServer::deliverKey(const TappedEvent& key) {
+  if (keyWindow_ == nullptr) return;
+  Event event;
+  event.type = key.type;
+  event.flags = key.flags;
+  event.keyCode = key.keyCode;
+  event.isRepeat = key.isRepeat;
+  keyWindow_->deliverKey(event);
+}
+
 void DesktopWindowServer::setKeyWindow(DesktopWindow* window) {
   if (window == keyWindow_) return;
   const bool wasKey = keyWindow_ != nullptr;

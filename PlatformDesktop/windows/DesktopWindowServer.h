@@ -38,6 +38,8 @@ class DesktopWindowServer : public WindowServer, private QAbstractNativeEventFil
   /// Whether a window that stands on the root is one of this process's: a window of the core, or of
   /// Qt.
   bool isOwnWindow(xcb_window_t id) const;
+  /// Gives a key to the key window, if there is one.
+  void deliverKey(const TappedEvent& key);
   PointerInput& pointerInput() { return pointerInput_; }
 
   // For the windows.

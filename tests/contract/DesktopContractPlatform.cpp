@@ -1,0 +1,281 @@
+#include <signal.h>
+#include <sys/resource.h>
+#include <xkbcommon/xkbcommon.h>
+
+#include <QApplication>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <clocale>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+
+#include "ContractPlatform.h"
+#include "Platform/HotKeys.h"
+#include "PlatformDesktop/DesktopPlatform.h"
+#include "PlatformDesktop/input/KeyCodeTable.h"
+#include "XClient.h"
+#include "XServer.h"
+
+namespace qb {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr TimeInterval longestWait = 10;
+constexpr TimeInterval lookInterval = 0.01;
+constexpr const char* clientClass = "ContractClient";
+/// What the client is told: class, place, size and colour.
+constexpr const char* clientArguments = "ContractClient 200 150 300 200 808080";
+/// After a chord the keyboard is kept for a moment in which the panel may come up. Hands are
+/// slower.
+constexpr TimeInterval pauseBetweenKeys = 0.15;
+
+std::string fileContents(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// The X server, its window manager, the home and Qt, which a process has once.
+class Desk {
+ public:
+  static Desk& instance() {
+    static Desk desk;
+    return desk;
+  }
+
+  const std::string& display() const { return server_.display(); }
+  std::string folder(const std::string& name) const {
+    const std::string path = home_.path().toStdString() + '/' + name;
+    fs::create_directories(path);
+    return path;
+  }
+  std::string clientPath() const {
+    return folder(".local/share/applications") + "/org.contract.client.desktop";
+  }
+
+ private:
+  Desk() {
+    setenv("DISPLAY", display().c_str(), 1);
+    setenv("HOME", home_.path().toUtf8().constData(), 1);
+    setenv("XDG_RUNTIME_DIR", home_.path().toUtf8().constData(), 1);
+    for (const char* name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "DBUS_SESSION_BUS_ADDRESS"}) {
+      unsetenv(name);
+    }
+    setenv("QT_NO_GLIB", "1", 1);
+    std::ofstream(clientPath()) << "[Desktop Entry]\nType=Application\nName=Client\nExec="
+                                << CONTRACT_CLIENT << ' ' << clientArguments
+                                << "\nStartupWMClass=" << clientClass << "\n";
+    manager_ = test::startWindowManager(display(), test::WindowManagerKeys::None);
+    static int argumentCount = 1;
+    static char name[] = "contract";
+    static char* arguments[] = {name, nullptr};
+    application_ = std::make_unique<QApplication>(argumentCount, arguments);
+    std::setlocale(LC_NUMERIC, "C");
+    signal(SIGXFSZ, SIG_IGN);
+    startBus();
+  }
+
+  /// A session bus of this process's own.
+  void startBus() {
+    bus_.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
+    if (!bus_.waitForStarted() || !bus_.waitForReadyRead()) return;
+    setenv("DBUS_SESSION_BUS_ADDRESS", bus_.readLine().trimmed().constData(), 1);
+  }
+
+  QTemporaryDir home_;
+  test::XServer server_{{"-screen", "0", "1280x800x24"}};
+  test::Program manager_;
+  std::unique_ptr<QApplication> application_;
+  QProcess bus_;
+};
+
+/// One running instance of the client and what it has written down.
+class Client {
+ public:
+  Client() {
+    process_.start(CONTRACT_CLIENT, QString(clientArguments).split(' '));
+    process_.waitForStarted();
+  }
+  ~Client() {
+    process_.kill();
+    process_.waitForFinished();
+  }
+
+  std::int32_t pid() const { return static_cast<std::int32_t>(process_.processId()); }
+  int count(const std::string& line) {
+    received_ += process_.readAllStandardOutput();
+    return static_cast<int>(received_.split('\n').count(QByteArray::fromStdString(line)));
+  }
+
+ private:
+  QProcess process_;
+  QByteArray received_;
+};
+
+class DesktopContractPlatform : public ContractPlatform {
+ public:
+  DesktopContractPlatform() : hands_(Desk::instance().display()) {
+    fs::remove_all(folder());
+    auto created = DesktopPlatform::create();
+    platform_ = std::get<std::unique_ptr<DesktopPlatform>>(std::move(created));
+    movePointer({1, 1});
+  }
+
+  ~DesktopContractPlatform() override {
+    clients_.clear();
+    // Those that the platform itself has launched.
+    for (const auto& launched :
+         platform_->workspace().runningApplicationsWithBundleIdentifier(clientBundleIdentifier())) {
+      launched->forceTerminate();
+    }
+    waitUntil([&] { return platform_->processes().running().empty(); });
+  }
+
+  Platform& platform() override { return *platform_; }
+  std::string clientPath() override { return Desk::instance().clientPath(); }
+  std::string clientBundleIdentifier() override { return "org.contract.client"; }
+
+  ProcessSerialNumber startClient() override {
+    auto client = std::make_unique<Client>();
+    ProcessSerialNumber number;
+    waitUntil([&] {
+      number = platform_->processes().getFrontProcess();
+      return number.lowLongOfPSN == static_cast<std::uint32_t>(client->pid());
+    });
+    clients_[number.lowLongOfPSN] = std::move(client);
+    return number;
+  }
+  void stopClient(ProcessSerialNumber client) override {
+    clients_.erase(client.lowLongOfPSN);
+    waitUntil([&] { return !platform_->processes().processInformation(client); });
+  }
+  void bringClientToFront(ProcessSerialNumber client) override {
+    WindowTracker tracker;
+    tracker.activate(windowOf(tracker, client), XCB_CURRENT_TIME);
+    waitUntil([&] { return platform_->processes().getFrontProcess() == client; });
+  }
+  Rect clientWindowFrame(ProcessSerialNumber client) override {
+    WindowTracker tracker;
+    xcb_connection_t* const x = tracker.connection().get();
+    const xcb_window_t window = windowOf(tracker, client);
+    const XReply<xcb_get_geometry_reply_t> size(
+        xcb_get_geometry_reply(x, xcb_get_geometry(x, window), nullptr));
+    const XReply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
+        x, xcb_translate_coordinates(x, window, tracker.connection().root(), 0, 0), nullptr));
+    if (!size || !place) return {};
+    const double height = platform_->displays().screens().front().frame.height();
+    return Rect::make(place->dst_x, height - place->dst_y - size->height, size->width,
+                      size->height);
+  }
+
+  ClientCounts keysReceived(ProcessSerialNumber client, std::uint16_t keyCode) override {
+    Client& received = *clients_.at(client.lowLongOfPSN);
+    const std::string name = keyName(keyCode);
+    return {received.count("press " + name), received.count("release " + name)};
+  }
+  int pressesReceived(ProcessSerialNumber client) override {
+    return clients_.at(client.lowLongOfPSN)->count("button 1");
+  }
+
+  void takeHotKeyElsewhere(std::uint16_t keyCode, std::uint32_t modifiers) override {
+    std::uint16_t mask = 0;
+    if (modifiers & HotKeyModifierCommand) mask |= XCB_MOD_MASK_4;
+    if (modifiers & HotKeyModifierShift) mask |= XCB_MOD_MASK_SHIFT;
+    if (modifiers & HotKeyModifierOption) mask |= XCB_MOD_MASK_1;
+    if (modifiers & HotKeyModifierControl) mask |= XCB_MOD_MASK_CONTROL;
+    hands_.grabKey(keyCode, mask);
+  }
+
+  void pressKey(std::uint16_t keyCode) override {
+    const Moment moment = platform_->runLoop().now();
+    if (moment < nextPress_) waitUntil([&] { return platform_->runLoop().now() >= nextPress_; });
+    hands_.press(keyCode);
+  }
+  void releaseKey(std::uint16_t keyCode) override {
+    hands_.release(keyCode);
+    nextPress_ = platform_->runLoop().now() + pauseBetweenKeys;
+  }
+  // The server repeats by itself.
+  void repeatKey(std::uint16_t) override {}
+  void movePointer(Point point) override {
+    const double height = platform_->displays().screens().front().frame.height();
+    hands_.movePointer(static_cast<int>(point.x), static_cast<int>(height - point.y));
+  }
+  void pressButton(int button) override { hands_.button(button == 0 ? 1 : 3, true); }
+  void releaseButton(int button) override { hands_.button(button == 0 ? 1 : 3, false); }
+  void scrollUp() override {
+    hands_.button(4, true);
+    hands_.button(4, false);
+  }
+
+  std::string folder() override { return Desk::instance().folder("contract"); }
+  void writeRawFile(const std::string& path, const std::string& contents) override {
+    std::ofstream(path, std::ios::binary) << contents;
+  }
+  bool rawFileHas(const std::string& path, const std::string& contents) override {
+    return fs::exists(path) && fileContents(path) == contents;
+  }
+  std::vector<std::string> filesIn(const std::string& folder) override {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder)) {
+      if (!entry.is_directory()) names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+  void setDiskIsFull(bool full) override {
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = full ? 0 : limit.rlim_max;
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+
+  bool waitUntil(const std::function<bool()>& done) override {
+    RunLoop& loop = platform_->runLoop();
+    const Moment end = loop.now() + longestWait;
+    // What is waited for may be told by no event of ours.
+    const auto looks = loop.scheduleTimer(
+        lookInterval, true, [](RunLoopTimer&) {}, RunLoopModes::common());
+    bool reached = false;
+    platform_->runLoopHost().runUntil([&] {
+      reached = done();
+      return reached || loop.now() > end;
+    });
+    looks->invalidate();
+    return reached;
+  }
+
+ private:
+  static xcb_window_t windowOf(const WindowTracker& tracker, ProcessSerialNumber client) {
+    for (const ManagedWindow& window : tracker.windows()) {
+      if (window.pid == static_cast<std::int32_t>(client.lowLongOfPSN)) return window.id;
+    }
+    return XCB_NONE;
+  }
+  std::string keyName(std::uint16_t keyCode) {
+    const auto code = KeyCodeTable::xCodeFromKeyCode(keyCode).value_or(0);
+    const XReply<xcb_get_keyboard_mapping_reply_t> map(xcb_get_keyboard_mapping_reply(
+        hands_.xcb(), xcb_get_keyboard_mapping(hands_.xcb(), code, 1), nullptr));
+    char name[64] = "none";
+    if (map) {
+      xkb_keysym_get_name(xcb_get_keyboard_mapping_keysyms(map.get())[0], name, sizeof name);
+    }
+    return name;
+  }
+
+  test::XClient hands_;
+  Moment nextPress_ = 0;
+  std::unique_ptr<DesktopPlatform> platform_;
+  std::map<std::uint32_t, std::unique_ptr<Client>> clients_;
+};
+
+}  // namespace
+
+std::unique_ptr<ContractPlatform> makeContractPlatform() {
+  return std::make_unique<DesktopContractPlatform>();
+}
+
+}  // namespace qb
