@@ -65,7 +65,12 @@ int runOnDisplay(int argc, char* argv[]) {
   QApplication::setApplicationName("quillbox");
   QApplication::setApplicationDisplayName("Quillbox");
   const QSocketNotifier stop(stopEvent, QSocketNotifier::Read);
-  QObject::connect(&stop, &QSocketNotifier::activated, &application, &QApplication::quit);
+  // A dialog of the launch is up before the main loop runs.
+  bool stopped = false;
+  QObject::connect(&stop, &QSocketNotifier::activated, &application, [&stopped] {
+    stopped = true;
+    QApplication::quit();
+  });
 
   auto created = qb::DesktopPlatform::create();
   if (const auto* error = std::get_if<qb::DesktopPlatformError>(&created)) {
@@ -76,7 +81,7 @@ int runOnDisplay(int argc, char* argv[]) {
   delegate->applicationDidFinishLaunching();
   // From here on the keys are taken. Whoever has started the program may wait for this line.
   qb::log("Quillbox is ready");
-  QApplication::exec();
+  if (!stopped) QApplication::exec();
   delegate->applicationWillTerminate();
   platform.finishBackgroundWork();
   return ExitStatusOrderly;

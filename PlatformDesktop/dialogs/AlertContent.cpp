@@ -89,7 +89,7 @@ AlertContent::AlertContent(Alert& alert, const Image& logo,
   grid->setContentsMargins(margin, margin, margin, margin);
   grid->setHorizontalSpacing(spacing);
   grid->setVerticalSpacing(spacing);
-  grid->addWidget(makeIcon(logo), 0, 0, Qt::AlignTop);
+  grid->addWidget(makeIcon(logo), 0, 0, alert_.accessoryView ? 2 : 1, 1, Qt::AlignTop);
   grid->addWidget(makeText(), 0, 1, Qt::AlignTop | Qt::AlignLeft);
   int row = 1;
   if (alert_.accessoryView) grid->addWidget(makeAccessory(), row++, 1, Qt::AlignLeft);
@@ -129,6 +129,9 @@ QWidget* AlertContent::makeText() {
   area->setFrameShape(QFrame::NoFrame);
   area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   area->setWidget(text);
+  // The window's own ground shows.
+  text->setAutoFillBackground(false);
+  area->viewport()->setAutoFillBackground(false);
   area->setFixedSize(text->width() + area->style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 4,
                      largest);
   column->addWidget(area);

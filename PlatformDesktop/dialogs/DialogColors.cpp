@@ -22,7 +22,8 @@ const DialogColors& DialogColors::light() {
                                    .button = Qt::white,
                                    .buttonBorder = QColor(192, 192, 200),
                                    .accent = QColor(38, 112, 233),
-                                   .accentText = Qt::white};
+                                   .accentText = Qt::white,
+                                   .focusRing = QColor(16, 62, 148)};
   return colors;
 }
 
@@ -37,7 +38,8 @@ const DialogColors& DialogColors::dark() {
                                    .button = QColor(66, 68, 73),
                                    .buttonBorder = QColor(92, 94, 100),
                                    .accent = QColor(48, 110, 214),
-                                   .accentText = Qt::white};
+                                   .accentText = Qt::white,
+                                   .focusRing = QColor(150, 190, 255)};
   return colors;
 }
 
@@ -80,7 +82,7 @@ QString DialogColors::styleSheet() const {
              "QPushButton:pressed { background: %3; }"
              "QPushButton:disabled { color: %5; }"
              "QPushButton[default=\"true\"] { background: %4; color: %6; border-color: %4; }"
-             "QPushButton[default=\"true\"]:focus { border-color: %2; }"
+             "QPushButton[default=\"true\"]:focus { border-color: %10; }"
              "QPushButton[default=\"true\"]:pressed { background: %7; }"
              "QPushButton[default=\"true\"]:disabled { background: %1; color: %5;"
              " border-color: %3; }"
@@ -88,7 +90,8 @@ QString DialogColors::styleSheet() const {
              " padding: 2px 5px; selection-background-color: %4; selection-color: %6; }"
              "QLineEdit:focus { border-color: %4; }")
       .arg(button.name(), text.name(), buttonBorder.name(), accent.name(), dimmedText.name(),
-           accentText.name(), accent.darker(120).name(), field.name(), fieldBorder.name());
+           accentText.name(), accent.darker(120).name(), field.name(), fieldBorder.name())
+      .arg(focusRing.name());
 }
 
 }  // namespace qb

@@ -9,7 +9,7 @@ namespace qb {
 /// The colours of dialogs.
 struct DialogColors {
   QColor background, titleBar, border, text, dimmedText, field, fieldBorder, button, buttonBorder,
-      accent, accentText;
+      accent, accentText, focusRing;
 
   static const DialogColors& light();
   static const DialogColors& dark();

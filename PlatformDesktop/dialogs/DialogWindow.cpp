@@ -1,5 +1,6 @@
 #include "PlatformDesktop/dialogs/DialogWindow.h"
 
+#include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -118,6 +119,11 @@ void DialogWindow::paintEvent(QPaintEvent*) {
   const QRect text(side, 0, width() - 2 * side, titleBarHeight);
   painter.drawText(text, Qt::AlignCenter,
                    fontMetrics().elidedText(title_, Qt::ElideMiddle, text.width()));
+}
+
+void DialogWindow::closeEvent(QCloseEvent* event) {
+  actions_.cancel();
+  event->accept();
 }
 
 void DialogWindow::keyPressEvent(QKeyEvent* event) {

@@ -1,6 +1,9 @@
 #include "PlatformDesktop/dialogs/OpenPanelContent.h"
 
 #include <QFileInfo>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTreeView>
 #include <algorithm>
 
 #include "PlatformDesktop/graphics/QtConversions.h"
@@ -34,6 +37,12 @@ OpenPanelContent::OpenPanelContent(const OpenPanel& panel) : panel_(panel) {
   if (!panel.allowedFileTypes.empty()) setNameFilter(nameFilter(panel.allowedFileTypes));
   if (!panel.directory.empty()) setDirectory(qtString(panel.directory));
   setSizeGripEnabled(false);
+  setMinimumSize(760, 480);
+  if (auto* const list = findChild<QTreeView*>(QStringLiteral("treeView"))) {
+    list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+  }
+  for (QPushButton* const button : findChildren<QPushButton*>()) button->setIcon({});
 }
 
 std::vector<QString> OpenPanelContent::chosen() const {

@@ -93,6 +93,12 @@ TEST_F(DialogsTest, TheCloseBoxIsEscape) {
   EXPECT_EQ(run(alert), AlertDefaultReturn);
 }
 
+TEST_F(DialogsTest, TheEndOfTheProgramIsEscape) {
+  Alert alert = nameAlert(field);
+  when("shown", shown(), [&] { QApplication::closeAllWindows(); });
+  EXPECT_EQ(run(alert), AlertFirstButtonReturn + 1);
+}
+
 TEST_F(DialogsTest, ItCanBeClosedByTheProgram) {
   Alert alert = question();
   when("shown", shown(), [&] { dialogs.abortModal(); });

@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -5,6 +6,7 @@
 
 #include "DialogDesk.h"
 #include "Platform/KeyCodes.h"
+#include "PlatformDesktop/dialogs/DialogColors.h"
 
 namespace qb::test {
 namespace {
@@ -54,8 +56,14 @@ TEST_F(OpenPanelTest, EscapeChoosesNothing) {
 }
 
 TEST_F(OpenPanelTest, AnAbortChoosesNothing) {
-  when("shown", shown(), [&] { dialogs.abortModal(); });
+  const QPalette light = QApplication::palette();
+  QApplication::setPalette(DialogColors::dark().palette());
+  when("shown", shown(), [&] {
+    shoot("open-dark");
+    dialogs.abortModal();
+  });
   EXPECT_FALSE(choose());
+  QApplication::setPalette(light);
 }
 
 TEST_F(OpenPanelTest, AFolderIsEnteredUnlessFoldersMayBeChosen) {

@@ -1,15 +1,11 @@
 #include "PlatformDesktop/session/DesktopUserNotifications.h"
 
-#include <signal.h>
-#include <sys/types.h>
-
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QProcess>
-#include <algorithm>
 
 #include "DialogDesk.h"
+#include "PrivateBus.h"
 #include "QuillboxCommon/Log.h"
 
 namespace qb::test {
@@ -28,26 +24,6 @@ class LogLines : public LogSink {
 
  private:
   LogSink* previous_;
-};
-
-/// A session bus of its own.
-class PrivateBus {
- public:
-  PrivateBus() {
-    process_.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
-    if (process_.waitForStarted() && process_.waitForReadyRead()) {
-      address_ = QString::fromUtf8(process_.readLine()).trimmed();
-    }
-  }
-  ~PrivateBus() {
-    process_.kill();
-    process_.waitForFinished();
-  }
-  const QString& address() const { return address_; }
-
- private:
-  QProcess process_;
-  QString address_;
 };
 
 class Daemon : public QDBusVirtualObject {
