@@ -78,6 +78,11 @@ class Desk {
     startBus();
   }
 
+  ~Desk() {
+    bus_.kill();
+    bus_.waitForFinished();
+  }
+
   /// A session bus of this process's own.
   void startBus() {
     bus_.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
