@@ -4,6 +4,7 @@ import plistlib
 import unittest
 
 from harness.case import DesktopTestCase
+from harness.desktop import READY
 
 
 class SettingsFile(DesktopTestCase):
@@ -35,12 +36,19 @@ class SettingsFile(DesktopTestCase):
     def test_program_starts_with_the_defaults_on_an_unreadable_file_and_keeps_it(self):
         content = b"this is no property list"
         self.desktop.write_settings_bytes(content)
-        self.start_program()
-        self.super_tab()
-        self.assert_active("Alpha")
+        self.desktop.start_program()
+        # Nothing tells that it has run before, so it greets the user.
         path = self.desktop.settings_path
         kept = path.with_name(path.name + ".unreadable")
-        self.assertEqual((kept if kept.exists() else path).read_bytes(), content)
+        self.assertTrue(self.desktop.wait_until(kept.exists), "the file is not moved aside")
+        self.assertTrue(self.desktop.wait_until(self.greeting_is_answered))
+        self.super_tab()
+        self.assert_active("Alpha")
+        self.assertEqual(kept.read_bytes(), content)
+
+    def greeting_is_answered(self):
+        self.probe.tap("Return")
+        return self.desktop.program.wait_for_line(lambda line: READY in line, timeout=0.1) is not None
 
     def test_row_colour_shows(self):
         self.desktop.write_settings(
