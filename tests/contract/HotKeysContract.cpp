@@ -123,8 +123,8 @@ TEST_F(HotKeysContract, AKeyThatTheTapSwallowsIsNoHotKeyPress) {
   const ProcessSerialNumber client = desktop_->startClient();
   const auto registration = registerTab(HotKeyModifierOption, first_);
   ASSERT_TRUE(registration);
-  const TapRules rules{{{KeyCodeTab, EventFlagOption, 0}}, false};
-  ASSERT_TRUE(platform_.eventTap().create([rules](const TappedEvent& event) {
+  TapRules rules{{{KeyCodeTab, EventFlagOption, 0}}, false};
+  ASSERT_TRUE(platform_.eventTap().create([&rules](const TappedEvent& event) {
     return !rules.swallows(event.type, event.keyCode, event.flags);
   }));
   platform_.eventTap().addToRunLoop(RunLoopMode::Default);
@@ -132,7 +132,8 @@ TEST_F(HotKeysContract, AKeyThatTheTapSwallowsIsNoHotKeyPress) {
   typeKey(KeyCodeTab, {KeyCodeLeftOption});
   ASSERT_TRUE(typeMarker(client));
   EXPECT_TRUE(pressed_.empty());
-  platform_.eventTap().setRules({});
+  rules = {};
+  platform_.eventTap().setRules(rules);
   typeKey(KeyCodeTab, {KeyCodeLeftOption});
   EXPECT_TRUE(waitUntil([&] { return pressed_.size() == 1; }));
 }

@@ -1,0 +1,11 @@
+#include <gmock/gmock.h>
+
+#include <QGuiApplication>
+
+// Pictures and text need Qt, but no display.
+int main(int argc, char* argv[]) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QGuiApplication application(argc, argv);
+  ::testing::InitGoogleMock(&argc, argv);
+  return RUN_ALL_TESTS();
+}
