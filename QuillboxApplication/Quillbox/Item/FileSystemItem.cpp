@@ -67,9 +67,11 @@ void FileSystemItem::updateIcon() {
   executeBlockAfterDelay(
       [weakSelf = weak_from_this(), path = path_] {
         if (weakSelf.expired() || quillbox == nullptr) return;
-        quillbox->imageManager().iconForFile(path, [weakSelf](const Image& icon) {
+        const auto show = [weakSelf](const Image& icon) {
           if (const auto self = weakSelf.lock()) self->setImage(icon);
-        });
+        };
+        // The true icon may have come in the meantime: then the block is not called any more.
+        show(quillbox->imageManager().iconForFile(path, show));
       },
       updateIconDelay);
 }

@@ -71,6 +71,15 @@ TEST_F(FileSystemItemTest, ShowsWhatIconThereIsAndTheBestOneLater) {
   EXPECT_EQ(item->image().size(), (Size{42, 42}));
 }
 
+TEST_F(FileSystemItemTest, ShowsAnIconThatComesBeforeTheSecondRequest) {
+  platform.graphics().holdIcons(true);
+  const auto item = FileSystemItem::create(cell, path);
+  EXPECT_EQ(simulatedImageName(item->image()), "generic icon");
+  platform.graphics().deliverIcons();
+  platform.runFor(0.2);
+  EXPECT_EQ(simulatedImageName(item->image()), "icon:" + path);
+}
+
 TEST_F(FileSystemItemTest, ShowsAKnownIconAtOnce) {
   const auto first = FileSystemItem::create(cell, path);
   platform.runFor(0.2);
