@@ -143,9 +143,9 @@ class KeysOnThePanel(DesktopTestCase):
     def test_other_chords_with_tab_reach_the_application(self):
         self.probe.tap("Control_L", "Tab")
         self.assertTrue(self.gamma.receives("press Tab"))
+        start = len(self.gamma.events)
         self.probe.tap("Super_L", "Control_L", "Tab")
-        self.assertTrue(self.gamma.receives("release Control_L", len(self.gamma.events) - 1))
-        self.assertEqual(self.gamma.events.count("press Tab"), 2)
+        self.assertTrue(self.gamma.receives("press Tab", start))
         self.assertEqual(self.probe.active(), "Gamma")
 
     def test_super_tab_with_the_locks_on(self):

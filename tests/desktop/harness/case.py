@@ -1,9 +1,13 @@
 """The base of all desktop tests."""
 
+import time
 import unittest
 
 from .desktop import Desktop, three_applications
 from .panel import Panel
+
+# No hand presses a chord sooner than this after the one before.
+HAND_SECONDS = 0.03
 
 
 class DesktopTestCase(unittest.TestCase):
@@ -59,12 +63,14 @@ class DesktopTestCase(unittest.TestCase):
         )
 
     def super_tab(self):
-        """Super down, Tab, Super up, as quick as it goes."""
+        """Super down, Tab, Super up, as quick as it goes; not before the last time is over."""
+        self.assert_input_is_free()
         self.probe.tap("Super_L", "Tab")
 
     def open_panel(self, modifier="Super_L"):
         """Holds the modifier, presses Tab, and waits until the panel shows. The modifier stays
         down: `probe.up` ends it."""
+        self.assert_input_is_free()
         self.panel.remember_hidden()
         self.probe.down(modifier)
         self.probe.tap("Tab")
@@ -76,8 +82,22 @@ class DesktopTestCase(unittest.TestCase):
     def assert_panel_gone(self):
         self.assertTrue(self.panel.wait_hidden(), "the panel does not go away")
 
+    def assert_input_is_free(self):
+        """The last switch is over: the panel's window is away, nobody holds the keyboard, and a hand
+        has had the time to come back. The application is in front some milliseconds before."""
+        away = self.desktop.wait_until(lambda: not self.panel_window_is_up())
+        self.assertTrue(away, "the panel's window stays")
+        self.assertTrue(self.probe.wait_input_free(), "keyboard or pointer is grabbed")
+        time.sleep(HAND_SECONDS)
+
+    def panel_window_is_up(self):
+        """A mapped window of the program's that is as high as the screen; a notice is smaller."""
+        geometry = self.probe.geometry("quillbox")
+        return geometry is not None and geometry[3] == self.probe.size()[1]
+
     def assert_keys_reach(self, application):
         """A key that is pressed now arrives there: nobody else holds the keyboard."""
+        self.assert_input_is_free()
         start = len(application.events)
         self.probe.tap("m")
         self.assertTrue(application.receives("press m", start), "a key does not reach the client")

@@ -90,7 +90,7 @@ class Probe:
         return self._words("clients")
 
     def geometry(self, name):
-        """x, y, width, height of the class's first mapped window below the root, or None."""
+        """x, y, width, height of the class's largest mapped window below the root, or None."""
         words = self._words("geometry", name)
         return tuple(int(word) for word in words) if words else None
 

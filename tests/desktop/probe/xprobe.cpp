@@ -15,7 +15,7 @@
 //                              "ok MICROSECONDS" from there to the first look with another picture
 //   differs NAME               "ok COUNT" pixels that differ at this moment
 //   pixel X Y                  "ok RRGGBB"           wait-pixel X Y RRGGBB SECONDS
-//   geometry CLASS             "ok X Y W H" of its first mapped window below the root
+//   geometry CLASS             "ok X Y W H" of its largest mapped window below the root
 //   watch X Y W H, watched     "ok CHANGED LOOKS": how many looks in between showed another picture
 //   input-free                 wait-input-free SECONDS
 //   chord-taken SUPER|ALT KEY  wait-chord-taken SUPER|ALT KEY SECONDS
@@ -140,7 +140,11 @@ class Server {
   std::string geometry(const std::string& name) {
     const auto windows = desktop_.mappedWindows(name);
     if (windows.empty()) return "no";
-    const auto area = desktop_.geometry(windows.front());
+    Area area;
+    for (const auto window : windows) {
+      const auto other = desktop_.geometry(window);
+      if (other.width * other.height > area.width * area.height) area = other;
+    }
     std::ostringstream result;
     result << "ok " << area.x << " " << area.y << " " << area.width << " " << area.height;
     return result.str();
