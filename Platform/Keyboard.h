@@ -8,7 +8,7 @@
 
 namespace qb {
 
-/// The state of all keys: key code k is bit k % 8 of byte k / 8.
+/// Which keys are down, one bit each; eight key codes a byte, the lowest in its lowest bit.
 struct KeyMap {
   std::array<std::uint8_t, 16> bytes{};
 

@@ -270,8 +270,8 @@ class RunLoop {
   std::unique_ptr<Queue> queue_;
 };
 
-/// Runs a block on the main queue after a delay in seconds, never before the present event has
-/// been handled. The main queue is served in menus and dialogs too. Any thread.
+/// Runs a block on the main queue after a delay in seconds, never inside the caller's own
+/// event. The main queue is served in menus and dialogs too. Any thread.
 void executeBlockAfterDelay(Block block, TimeInterval delay);
 
 /// Runs a block on a background thread: the one road there. It brings its results back by

@@ -9,9 +9,9 @@
 
 namespace qb {
 
-/// A named timer that runs a block. While it runs, the run loop keeps it alive; it ends by `done`
-/// or, made by `triggerWithName`, after its one firing. Without a block it logs an error at each
-/// firing and goes on. Main thread.
+/// Calls a block at intervals, or once. While it runs, the run loop keeps it alive; it ends by
+/// `done` or, made by `triggerWithName`, after its one firing. Without a block it logs an error at
+/// each firing and goes on. Main thread.
 class Timer : public std::enable_shared_from_this<Timer> {
  public:
   using TimerBlock = std::function<void(const std::any& userInfo)>;
@@ -31,8 +31,8 @@ class Timer : public std::enable_shared_from_this<Timer> {
   /// Ends it. Answers none, for `timer = timer->done()`. Harmless when repeated.
   std::shared_ptr<Timer> done();
   /// Starts anew with another interval, after `done` too, though the block is gone by then.
-  /// Intended: it then repeats in the default mode only, so a timer that had been given additional
-  /// modes loses them, and a trigger still ends with its first firing.
+  /// Intended: only the default mode serves it from then on, whatever `addToAdditionalRunLoops` did
+  /// before, and a trigger still ends with its first firing.
   void resetTimeInterval(TimeInterval timeInterval);
   /// Of the loop's timer: 0 for a trigger that has not been reset.
   TimeInterval timeInterval() const;

@@ -17,7 +17,7 @@ struct Distance {
   double dx, dy;
 };
 
-/// The top is the screen's height alone: its y is always 0, by the way the screen is chosen.
+/// Only a screen at the origin is ever given, so its height alone is where its top lies.
 Distance distanceFromCorner(Point location, std::int32_t corner, const Rect& screen) {
   const double fromLeft = location.x - screen.x();
   const double fromRight = location.x - screen.maxX();

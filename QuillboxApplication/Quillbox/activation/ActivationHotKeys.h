@@ -15,7 +15,7 @@ namespace qb {
 class AppDelegate;
 
 /// The engine's own hot keys: the road of keys that works without any grant. Three groups come and
-/// go on their own: Command-H for the whole life of the process, Option-Tab by the settings, and
+/// go on their own: Command-H from launch to exit, Option-Tab by the settings, and
 /// those for navigation with each activation by a key.
 class ActivationHotKeys {
  public:
@@ -53,7 +53,7 @@ class ActivationHotKeys {
       // These two carry Option under Command-Tab too. Intended.
       Entry{HotKeyAlternatePreviousItem, fourCharacterCode("QB12"), KeyCodeBackquote,
             HotKeyModifierOption, Group::Secondary},
-      // No handler is ever installed for this one, so on this road the key does nothing. Intended.
+      // Taken from other programs and then ignored, since no row asks for it. Intended.
       Entry{KeyCodeW, fourCharacterCode("QB13"), KeyCodeW, HotKeyModifierOption, Group::Secondary},
   };
 

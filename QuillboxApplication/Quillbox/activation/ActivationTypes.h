@@ -10,7 +10,7 @@ enum ActivationState : std::int32_t {
   ActivationStateActive = 1,
 };
 
-/// The last seen state of the left Command key, for the double tap.
+/// What the double tap knows of the left Command key from its last look.
 enum ActivationKeyState : std::int32_t {
   ActivationKeyUp = 0,
   ActivationKeyDown = 1,
@@ -29,7 +29,7 @@ enum DismissalMethod : std::int32_t {
   DismissalMethodEscapeKey = 1,
   DismissalMethodCommandTap = 2,
   DismissalMethodCorner = 4,
-  /// Carried in the masks only: a press outside dismisses whatever the mask holds. Intended.
+  /// Nobody asks for this bit: a press outside dismisses with or without it. Intended.
   DismissalMethodExternalMouseDown = 8,
   DismissalMethodOptionLifted = 16,
   DismissalMethodCommandLifted = 32,

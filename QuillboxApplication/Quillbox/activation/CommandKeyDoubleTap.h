@@ -8,8 +8,8 @@
 
 namespace qb {
 
-/// Recognises two taps of the left Command key from looks at its state. A tap and the gap after it
-/// may each last half a second, as seen at those looks.
+/// Recognises two taps of the left Command key from looks at its state. Half a second is the limit
+/// for each tap and for the pause between them, by the moments of those looks.
 class CommandKeyDoubleTap {
  public:
   /// One look. True when it has seen the end of the second tap.

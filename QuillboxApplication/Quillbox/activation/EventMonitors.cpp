@@ -30,7 +30,7 @@ void EventMonitors::removeMouseEventMonitor(const std::shared_ptr<EventMonitorPr
 }
 
 bool EventMonitors::monitorKeyEvent(const TappedEvent& event) const {
-  // The usual case is in the path of every key of the desktop.
+  // The usual case, and the desktop waits for it.
   if (keyEventMonitors_.isEmpty()) return false;
   bool claimed = false;
   for (const auto& monitor : keyEventMonitors_.members()) {

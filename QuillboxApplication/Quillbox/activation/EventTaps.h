@@ -11,7 +11,7 @@ class AppDelegate;
 /// The tap's life, and what it is told to take.
 class EventTaps {
  public:
-  /// All modes: with the five of them the tap is served in menus and under modal alerts too.
+  /// Every mode there is: keys are to be taken whatever the main thread is busy with.
   static constexpr std::array runLoopModesToTap{RunLoopMode::Default, RunLoopMode::EventTracking,
                                                 RunLoopMode::Graphics, RunLoopMode::ModalPanel,
                                                 RunLoopMode::EventOnly};

@@ -12,8 +12,8 @@ namespace qb {
 
 class AppDelegate;
 
-/// Looks at the keyboard and the pointer at a steady pace for what no event reports: a double tap
-/// of Command, the pointer in a corner, a key let go. Needs no access to the desktop's input.
+/// Looks at the keyboard and the pointer at a steady pace, because nothing tells it when a key is
+/// let go, Command is tapped twice or a corner is reached. Needs no access to the desktop's input.
 ///
 /// A tick that can find nothing new is not waited for: while neither keys nor state nor settings
 /// change, and the pointer does not matter, the timer rests on its grid.

@@ -38,7 +38,7 @@ struct KeyCommand {
   /// Without this modifier the key is no command.
   EventFlags required = 0;
 };
-// Shift is not looked at: on this road Shift-Tab steps forward. Intended.
+// Whatever Shift does: Shift-Tab as a plain key steps forward. Intended.
 constexpr std::array keyCommands{
     KeyCommand{KeyCodeTab, QuillboxActionNextItem},
     KeyCommand{KeyCodeRight, QuillboxActionNextItem},

@@ -20,7 +20,7 @@ namespace qb {
 namespace {
 
 constexpr std::uint64_t stationary = 16;
-/// The panel comes up on whichever space the user is in.
+/// It is at home on no space, and comes to the present one.
 constexpr std::uint64_t movesToActiveSpace = 2;
 
 constexpr double sideMargin = 20;
@@ -133,7 +133,7 @@ void PanelWindow::dismissWindowWithInvocation(bool invocation, bool reactivatePr
   if (!windowIsBeingPresented_) return;
   windowIsBeingPresented_ = false;
   if (invocation) {
-    // While the rows are still in place.
+    // First, because hiding lets go of the selection.
     hostView_->handleAction(QuillboxAction::actionWithCode(QuillboxActionInvoke));
   }
   RunLoop& loop = RunLoop::main();

@@ -37,8 +37,8 @@ class PanelWindow {
   void adjustWindowSizeForEnvironment();
   void adjustWindowSizeToFrame(const Rect& frame);
 
-  /// Puts the window up. Its content shows at once, or 0.3 second later when keys brought it up: a
-  /// quick press and release switches without the panel ever being seen.
+  /// Puts the window up. Its content shows at once, or 0.3 second later when keys brought it up:
+  /// whoever is done with the keys by then is spared the sight of it.
   void presentWindowWithApplicationActivationMethod(std::int32_t method);
   void dismissWindowWithInvocation(bool invocation, bool reactivatePreviousApp);
   void setContentViewAlphaValueToOne();
@@ -46,7 +46,7 @@ class PanelWindow {
   bool contentViewIsVisible() const;
   void reactivatePreviousApp();
 
-  /// So that an alert can stand above the panel, and back.
+  /// Down to where alerts can cover it, and back.
   void setInteractiveLevel();
   void setLevelForActivationMethod();
 

@@ -39,7 +39,7 @@ std::unique_ptr<Quillbox> Quillbox::quillboxWithAppDelegate(AppDelegate& appDele
 
 Quillbox::Quillbox(AppDelegate& appDelegate, Platform& platform)
     : appDelegate_(appDelegate), platform_(platform) {
-  // First of all, so that what is made next can reach it.
+  // From here on the global may be used, in the constructors below too.
   quillbox = this;
   systemVersion_ = std::make_unique<SystemVersion>(platform.applicationControl());
   accessibilityAccess_ = std::make_unique<AccessibilityAccess>(platform);

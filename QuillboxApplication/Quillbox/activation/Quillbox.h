@@ -37,8 +37,8 @@ class TabRow;
 class View;
 class Window;
 
-/// The one object through which everything reaches the managers, the panel and the settings. Held
-/// in the global `quillbox` while it lives; owned by the application delegate. Main thread.
+/// The front door: items, providers and rows come by it to the managers, the settings and the
+/// panel. `quillbox` points at it while it lives; the application delegate owns it. Main thread.
 class Quillbox {
  public:
   /// Makes the managers. From here on `quillbox` points at the new object.

@@ -79,7 +79,7 @@ std::shared_ptr<Window> QuillboxNotifications::create(const std::string& text) c
   content.addSubview(background);
   const Rect textFrame = centered(white->frame().size, content.bounds());
   white->setFrame(textFrame);
-  // The black copy reads as a hard shadow.
+  // A shadow without a blur.
   black->setFrame(offset(textFrame, 0, 1));
   content.addSubview(black);
   content.addSubview(white);

@@ -6,8 +6,8 @@ namespace qb {
 
 class AppDelegate;
 
-/// Decides what becomes of each event at the tap. It is in the path of every key and click of the
-/// desktop: it only decides, and leaves all work to the next pass of the loop in the default mode.
+/// Decides what becomes of each event at the tap. The whole desktop waits for its answer, so
+/// it only decides, and leaves all work to the next pass of the loop in the default mode.
 /// Answers are true to pass an event on, false to swallow it.
 class TappedEventProcessor {
  public:

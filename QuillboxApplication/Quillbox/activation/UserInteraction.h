@@ -6,8 +6,8 @@ namespace qb {
 
 class AppDelegate;
 
-/// How many alerts and other foreign uses of the keyboard are under way. While there are any, the
-/// engine stands aside.
+/// How many alerts and other foreign uses of the keyboard are under way. While there are any,
+/// keys go where they would go without this program.
 class UserInteraction {
  public:
   explicit UserInteraction(AppDelegate& appDelegate) : appDelegate_(appDelegate) {}

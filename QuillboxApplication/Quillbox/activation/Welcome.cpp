@@ -69,7 +69,7 @@ void Welcome::performOneTimeStartUp() {
   settings.setApplicationHasPerformedOneTimeStartUp(true);
   settings.save();
   Platform& platform = appDelegate_.platform();
-  // In this order, so that a copy that has been moved leaves no entry behind.
+  // Removed first: the entry may be of an earlier installation.
   removeQuillboxFromLoginItems(platform);
   addQuillboxAsLoginItem(platform);
 
