@@ -32,6 +32,7 @@ class SimulatedHotKeys : public HotKeys {
   };
   /// What stands, in order of registration.
   std::vector<Entry> registered() const;
+  bool hasEventHandler() const { return handler_ != nullptr; }
   bool isRegistered(std::uint16_t keyCode, std::uint32_t modifiers) const;
   /// Another program has this combination: registering it fails and is logged.
   void setOwnedByAnotherProgram(std::uint16_t keyCode, std::uint32_t modifiers);

@@ -12,7 +12,8 @@ ActivationHotKeys::ActivationHotKeys(AppDelegate& appDelegate)
     : appDelegate_(appDelegate), hotKeys_(appDelegate.platform().hotKeys()) {}
 
 ActivationHotKeys::~ActivationHotKeys() {
-  if (isInstalled(Group::Primary)) hotKeys_.installEventHandler(nullptr);
+  // Until now it also serves the other groups, which outlive Command-H.
+  hotKeys_.installEventHandler(nullptr);
   RunLoop::main().cancelPreviousPerformRequests(this);
 }
 

@@ -80,6 +80,7 @@ TEST_F(LaunchTest, DelegateThatGoesWhileThePanelIsUpLeavesNothingBehind) {
   appDelegate->dismissQuillbox();
   appDelegate.reset();
   EXPECT_TRUE(platform.hotKeys().registered().empty());
+  EXPECT_FALSE(platform.hotKeys().hasEventHandler());
   EXPECT_TRUE(platform.windowServer().windows().empty());
   EXPECT_FALSE(platform.eventTap().exists());
   platform.runFor(5);
