@@ -17,6 +17,10 @@ class WeakList {
       return !held || held.get() == member;
     });
   }
+  /// Drops the members that have gone; whether there were any.
+  bool forgetGone() {
+    return std::erase_if(members_, [](const auto& entry) { return entry.expired(); }) > 0;
+  }
   bool isEmpty() const { return members_.empty(); }
   /// The members that live, in order; changes to the list do not disturb a walk over the answer.
   std::vector<std::shared_ptr<T>> members() const {

@@ -20,7 +20,7 @@ class EventMonitorProtocol {
 
   /// The keys that `monitorKeyEvent` claims: always these, and no others. Asked when a key monitor
   /// comes or goes, since the platform decides about a key before anyone can be asked. A monitor
-  /// that claims keys is removed before it goes.
+  /// that claims keys is removed before it goes; if it is not, its claims end with the next key.
   virtual std::vector<TapRules::Chord> claimedChords() const { return {}; }
 };
 

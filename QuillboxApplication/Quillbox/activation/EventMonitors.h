@@ -18,6 +18,9 @@ class EventMonitors {
   void addMouseEventMonitor(const std::shared_ptr<EventMonitorProtocol>& monitor);
   void removeMouseEventMonitor(const std::shared_ptr<EventMonitorProtocol>& monitor);
 
+  /// Whether a key monitor has gone without having been removed, since this was last asked.
+  bool forgetGoneKeyEventMonitors() { return keyEventMonitors_.forgetGone(); }
+
   /// Asks all of them, whoever claims the event. Intended: mouse monitors differ.
   bool monitorKeyEvent(const TappedEvent& event) const;
   /// Asks until one claims the event.

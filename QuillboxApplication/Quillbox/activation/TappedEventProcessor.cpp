@@ -47,7 +47,10 @@ bool TappedEventProcessor::tappedEventOccured(const TappedEvent& event) {
 
 bool TappedEventProcessor::processTappedKeyEvent(const TappedEvent& event) {
   if (appDelegate_.userInteractionLevel() > 0) return true;
-  const bool claimed = appDelegate_.eventMonitors().monitorKeyEvent(event);
+  EventMonitors& monitors = appDelegate_.eventMonitors();
+  // Nobody is left to claim its keys, so nobody may lose them.
+  if (monitors.forgetGoneKeyEventMonitors()) appDelegate_.maintainTapRules();
+  const bool claimed = monitors.monitorKeyEvent(event);
   if (event.keyCode == KeyCodeTab && takesTab(event)) return false;
   if (appDelegate_.state() == ActivationStateActive && event.type == EventTypeKeyDown) {
     Event key;

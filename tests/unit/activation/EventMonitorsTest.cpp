@@ -111,6 +111,19 @@ TEST_F(EventMonitorsTest, MonitorsAreNotKeptAlive) {
   EXPECT_THAT(seen, IsEmpty());
 }
 
+TEST_F(EventMonitorsTest, ClaimsOfAMonitorThatHasGoneEndWithTheNextKey) {
+  const TapRules before = platform.eventTap().rules();
+  auto gone = monitor("gone");
+  gone->claimed = {{KeyCodeReturn, 0, 0}};
+  quillbox->addKeyEventMonitor(gone);
+  EXPECT_NE(platform.eventTap().rules(), before);
+  gone.reset();
+  keyboard().type(KeyCodeS);
+  EXPECT_EQ(platform.eventTap().rules(), before);
+  keyboard().type(KeyCodeReturn);
+  EXPECT_THAT(keysReceivedByOthers(), ElementsAre(KeyCodeS, KeyCodeReturn));
+}
+
 TEST_F(EventMonitorsTest, RemovedOnesAndNullAreIgnored) {
   const auto only = monitor("only");
   quillbox->addMouseEventMonitor(nullptr);
