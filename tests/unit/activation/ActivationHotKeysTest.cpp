@@ -96,7 +96,7 @@ TEST_F(ActivationHotKeysTest, GroupsAreNotInstalledTwice) {
   EXPECT_EQ(platform.hotKeys().registered(), atLaunch);
 }
 
-TEST_F(ActivationHotKeysTest, CombinationOfAnotherProgramIsLoggedAndTheOthersStand) {
+TEST_F(ActivationHotKeysTest, CombinationOfAnotherProgramIsLeftAndTheOthersStand) {
   settings().setApplicationActivatesOnOptionTab(false);
   platform.hotKeys().setOwnedByAnotherProgram(KeyCodeTab, option);
   settings().setApplicationActivatesOnOptionTab(true);
