@@ -113,9 +113,9 @@ class HostView : public View {
   void selectNeighbourTabRow(std::int64_t step);
   Point mouseLocationInWindow() const;
   void monitorMouse();
-  /// Tells the rows of the movement, and answers the one under the pointer.
-  const std::shared_ptr<TabRow>* noteMouseMovedTo(Point location);
-  void noteTabRowUnderMouse(const std::shared_ptr<TabRow>* tabRow);
+  /// Tells the rows of the movement, and answers the one under the pointer, or null.
+  std::shared_ptr<TabRow> noteMouseMovedTo(Point location);
+  void noteTabRowUnderMouse(const std::shared_ptr<TabRow>& tabRow);
 
   std::vector<std::shared_ptr<TabRowProviderInformation>> providerInformations_;
   std::vector<std::shared_ptr<TabRow>> tabRows_;

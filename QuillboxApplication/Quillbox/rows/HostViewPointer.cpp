@@ -27,32 +27,34 @@ void HostView::monitorMouse() {
     quillbox->noteMouseHasMovedSignificatly();
     mouseMovementThreshold_ = anyMovement;
   }
-  const auto* row = noteMouseMovedTo(location);
+  const auto row = noteMouseMovedTo(location);
   lastMouseLocation_ = location;
   noteTabRowUnderMouse(row);
 }
 
-const std::shared_ptr<TabRow>* HostView::noteMouseMovedTo(Point location) {
-  const std::shared_ptr<TabRow>* found = nullptr;
-  for (const auto& row : tabRows_) {
+std::shared_ptr<TabRow> HostView::noteMouseMovedTo(Point location) {
+  std::shared_ptr<TabRow> found;
+  // Whoever hears of the movement may add or remove rows: the list is read anew at each step, and
+  // the row at hand is held. Copying the list would allocate at every poll.
+  for (std::size_t index = 0; index < tabRows_.size(); ++index) {
+    const auto row = tabRows_[index];
     const Point inRow = row->convertPointFromView(location, nullptr);
     if (!contains(row->bounds(), inRow)) continue;
-    found = &row;
+    found = row;
     row->mouseMovedWithinViewFromLocation(row->convertPointFromView(lastMouseLocation_, nullptr),
                                           inRow);
   }
   return found;
 }
 
-void HostView::noteTabRowUnderMouse(const std::shared_ptr<TabRow>* tabRow) {
-  const TabRow* under = tabRow != nullptr ? tabRow->get() : nullptr;
-  if (tabRowUnderMouse_ && under != tabRowUnderMouse_.get()) {
-    tabRowUnderMouse_->mouseExited();
+void HostView::noteTabRowUnderMouse(const std::shared_ptr<TabRow>& tabRow) {
+  if (const auto former = tabRowUnderMouse_; former && former != tabRow) {
+    former->mouseExited();
     tabRowUnderMouse_.reset();
   }
-  if (under != nullptr && !tabRowUnderMouse_) {
-    tabRowUnderMouse_ = *tabRow;
-    tabRowUnderMouse_->mouseEntered();
+  if (tabRow && !tabRowUnderMouse_) {
+    tabRowUnderMouse_ = tabRow;
+    tabRow->mouseEntered();
   }
   if (tabRowUnderMouse_ != activeTabRow_ && activeTabRow_) setActiveTabRow(nullptr, false);
   if (tabRowUnderMouse_ && tabRowUnderMouse_ != activeTabRow_) {

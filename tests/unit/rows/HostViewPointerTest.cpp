@@ -217,5 +217,31 @@ TEST_F(HostViewPointerTest, AReleaseAnywhereReachesTheActiveRow) {
   EXPECT_EQ(selectedName(0), "item2");
 }
 
+TEST_F(HostViewPointerTest, RowsMayComeWhileTheyHearOfTheMovement) {
+  /// Answers the first movement over its row with many rows above it.
+  class GrowingProvider : public TestProvider {
+   public:
+    bool mouseMoved(Point, Point) override {
+      for (; rowsToAdd > 0; --rowsToAdd) {
+        view->createTabRowAtIndex(0, TestProvider::withItems(0), false);
+      }
+      return false;
+    }
+    HostView* view = nullptr;
+    int rowsToAdd = 40;
+  };
+  const auto growing = std::make_shared<GrowingProvider>();
+  growing->names = {"item0"};
+  growing->view = &host();
+  providers.push_back(growing);
+  rows.push_back(host().createTabRowAtIndex(0, growing, false));
+  openPanel(ActivationMethodCommandDoubleTap);
+  platform.pointer().moveTo(onItem(0, 0));
+  poll();
+  EXPECT_EQ(host().tabRows().size(), 42U);
+  EXPECT_EQ(host().tabRowUnderMouse(), rows[0].get());
+  EXPECT_EQ(selectedName(0), "item0");
+}
+
 }  // namespace
 }  // namespace qb::test
