@@ -68,6 +68,7 @@ void TabRow::noteEnvironment(const PropertyList& environment) {
 }
 
 void TabRow::hostViewWillBeDisplayed() {
+  isDisplayed_ = true;
   itemSelectionEnabled_ = true;
   indexScrollOffset_ = 0;
   if (!itemsHaveBeenCreated_ || source().haveItemsChanged()) haveProviderCreateItems();
@@ -77,6 +78,7 @@ void TabRow::hostViewWillBeDisplayed() {
 }
 
 void TabRow::hostViewWillBeDismissed() {
+  isDisplayed_ = false;
   setHilited(false);
   source().itemsWillBeDismissed();
   leftMoreIndicator_.exitHoverState();

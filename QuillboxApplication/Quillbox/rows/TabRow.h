@@ -27,7 +27,7 @@ enum SelectionMethod : std::int32_t {
   SelectionMethodPointer = 2,
 };
 
-/// One band of the panel: a rounded strip with the items of its provider, one of them selected.
+/// A strip of the panel with the items of one provider, at most one of them selected.
 ///
 /// While the panel is closed the row holds no items, and the provider keeps its own for the next
 /// opening. A row may have no provider: it has no items then. Coordinates have their origin at the
@@ -56,7 +56,7 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
   void setIsDefaultOptionTabRow(bool isDefault) { isDefaultOptionTabRow_ = isDefault; }
   bool hasActiveStatus() const { return hasActiveStatus_; }
   void settingsChanged();
-  /// Marks the row as the target of a drag.
+  /// Shows that what is being dragged would drop here.
   void setHilited(bool hilited);
 
   // Opening and closing.
@@ -73,13 +73,14 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
   const std::shared_ptr<TabRowProvider>& provider() const { return provider_; }
   void setProvider(std::shared_ptr<TabRowProvider> provider);
   void updateProviderName();
-  /// What the row shows now, in order.
+  /// Those on display, from left to right; empty while the panel is closed.
   const std::vector<std::shared_ptr<Item>>& items() const { return items_; }
   /// Asks the provider, and keeps the answer for the selection walks and the next `getItems`.
   std::int64_t numberOfItems();
   Size itemSize() const { return itemSize_; }
   /// Has the items made anew, a moment from now. A call while an earlier one is being followed is
-  /// dropped, for 0.6 second at most.
+  /// dropped, for 0.6 second at most. If the panel has closed by then the provider makes its items
+  /// for the next opening, and the row stays empty.
   void itemsHaveChangedWithMaintainSelection(bool maintainSelection, bool maintainScrollOffset);
   /// False when the provider will not have it.
   bool removeItemFromTabRow(const std::shared_ptr<Item>& item, bool confirmation);
@@ -124,7 +125,7 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
   Size haloSize() const { return haloSize_; }
   std::int64_t distanceBetweenItems() const { return distanceBetweenItems_; }
   std::int64_t indexScrollOffset() const { return indexScrollOffset_; }
-  /// Positions in `items` of the first and last whole one to be seen, -1 when there is none.
+  /// The ends of the stretch of `items` that is wholly in sight; -1 when nothing is.
   std::int64_t indexOfLeftMostVisibleItem() const { return indexOfLeftMostVisibleItem_; }
   std::int64_t indexOfRightMostVisibleItem() const { return indexOfRightMostVisibleItem_; }
   MoreIndicator& leftMoreIndicator() { return leftMoreIndicator_; }
@@ -190,6 +191,8 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
   bool isDefaultCommandTabRow_ = false, isDefaultOptionTabRow_ = false;
   bool itemsHaveBeenCreated_ = false, hasActiveStatus_ = false;
   bool itemSelectionEnabled_ = true, respondingToChangedItems_ = false;
+  /// From the opening of the panel until it begins to close.
+  bool isDisplayed_ = false;
   bool handlingMouseDownEvent_ = false;
 };
 

@@ -16,7 +16,7 @@ namespace {
 constexpr TimeInterval presentationStep = 0.05;
 /// A long row would make a long chain of timers: from here on the items just show.
 constexpr int lastStaggeredItem = 50;
-/// The longest that one rebuild keeps others out.
+/// After this a rebuild no longer keeps others out, whatever has become of it.
 constexpr TimeInterval changeGuardDuration = 0.6;
 constexpr TimeInterval rebuildDelay = 0.025;
 constexpr TimeInterval restoreSelectionDelay = 0.025;
@@ -25,6 +25,8 @@ constexpr TimeInterval restoreSelectionDelay = 0.025;
 
 void TabRow::setProvider(std::shared_ptr<TabRowProvider> provider) {
   source().itemsWillBeDismissed();
+  // Keys must not reach an item that nobody sees any more.
+  setSelectedItem(nullptr, SelectionMethodProgram);
   releaseItems();
   haveProviderDeleteItems();
   if (hasActiveStatus_) source().relinquishActiveStatus();
@@ -119,6 +121,10 @@ void TabRow::itemsHaveChangedWithMaintainSelection(bool maintainSelection,
 }
 
 void TabRow::rebuildItems(bool maintainSelection, bool maintainScrollOffset) {
+  if (!isDisplayed_) {
+    haveProviderCreateItems();
+    return;
+  }
   RememberedSelection remembered;
   if (selectedItem_) {
     remembered = {selectedItem_->index(), selectedItem_->uniqueID(), selectedItem_->name()};
@@ -135,7 +141,8 @@ void TabRow::rebuildItems(bool maintainSelection, bool maintainScrollOffset) {
   if (!maintainSelection) return;
   executeBlockAfterDelay(
       [weakSelf = std::weak_ptr<TabRow>(sharedFrom(*this)), remembered] {
-        if (const auto self = weakSelf.lock()) self->restoreSelection(remembered);
+        const auto self = weakSelf.lock();
+        if (self && self->isDisplayed_) self->restoreSelection(remembered);
       },
       restoreSelectionDelay);
 }

@@ -157,6 +157,49 @@ TEST_F(TabRowChangesTest, ARowThatHasGoneIsNotRebuilt) {
   EXPECT_EQ(rebuilds(), 0);
 }
 
+TEST_F(TabRowChangesTest, AChangeJustBeforeThePanelClosesWaitsForTheNextOpening) {
+  makeOpenRow(2);
+  select(1);
+  provider->names = {"a", "b", "c"};
+  change(true);
+  closeRow();
+  platform.runFor(1.0);
+  EXPECT_TRUE(row->items().empty());
+  EXPECT_EQ(row->selectedItem(), nullptr);
+  EXPECT_FALSE(provider->itemsAreDisplayed());
+  openRow();
+  ASSERT_EQ(row->items().size(), 3U);
+  EXPECT_EQ(row->items()[0]->name(), "a");
+  EXPECT_EQ(selectedName(), "none");
+}
+
+TEST_F(TabRowChangesTest, APanelThatClosesRightAfterARebuildGetsNoSelection) {
+  makeOpenRow(2);
+  select(1);
+  change(true);
+  platform.runFor(0.03);
+  EXPECT_EQ(rebuilds(), 1);
+  closeRow();
+  platform.runFor(1.0);
+  EXPECT_EQ(row->selectedItem(), nullptr);
+  EXPECT_TRUE(row->items().empty());
+}
+
+TEST_F(TabRowChangesTest, AKeyBetweenTwoSetsOfItemsReachesOnlyItemsOfTheRow) {
+  makeOpenRow(3);
+  select(1);
+  const std::weak_ptr<Item> before = row->selectedItem();
+  change(true);
+  platform.runFor(0.03);
+  EXPECT_TRUE(before.expired());
+  perform(QuillboxActionClose);
+  perform(QuillboxActionInvokeAndStay);
+  EXPECT_EQ(countOf(*provider->itemLog, "item1: close"), 0);
+  EXPECT_EQ(countOf(*provider->itemLog, "item1: invoke"), 0);
+  perform(QuillboxActionNextItem);
+  EXPECT_EQ(row->selectedItem(), row->items()[0]);
+}
+
 TEST_F(TabRowChangesTest, InThePanelTheRowsAreSizedAnew) {
   const auto inPanel = TestProvider::withItems(3);
   const auto panelRow = host().createTabRowAtIndex(0, inPanel, true);

@@ -185,6 +185,18 @@ TEST_F(TabRowLifeTest, AnotherProviderTakesOver) {
   EXPECT_EQ(row->instructionalMessageLabel(), nullptr);
 }
 
+TEST_F(TabRowLifeTest, ItemsOfAFormerProviderAreNoLongerSelected) {
+  makeOpenRow(2);
+  row->setSelectedItem(row->items()[1], SelectionMethodKeyboard);
+  const std::weak_ptr<Item> selected = row->selectedItem();
+  row->setProvider(TestProvider::withItems(3));
+  EXPECT_EQ(row->selectedItem(), nullptr);
+  EXPECT_TRUE(selected.expired());
+  EXPECT_TRUE(row->selectionViews().halo().isHidden());
+  row->handleAction(QuillboxAction::actionWithCode(QuillboxActionInvokeAndStay));
+  EXPECT_EQ(countOf(*provider->itemLog, "item1: invoke"), 0);
+}
+
 TEST_F(TabRowLifeTest, ItemsOfANewProviderFadeInOneAfterTheOther) {
   makeOpenRow(3);
   row->setProvider(TestProvider::withItems(3));
