@@ -57,7 +57,15 @@ void View::addSubview(const std::shared_ptr<View>& view, Ordering ordering, cons
   if (!view || view.get() == sibling) return;
   // The argument may be a reference into the list that is about to change.
   const std::shared_ptr<View> added = view;
-  if (added->superview_ != this) added->removeFromSuperview();
+  const bool isNew = added->superview_ != this;
+  if (isNew) added->removeFromSuperview();
+  added->superview_ = this;
+  if (isNew && !sibling && ordering == Ordering::Above) {
+    // The common case, without a look at the others: there may be a thousand.
+    subviews_.push_back(added);
+    if (Window* const window = added->showingWindow()) added->invalidateTree(*window);
+    return;
+  }
 
   std::vector<std::shared_ptr<View>> others;
   others.reserve(subviews_.size());
@@ -75,7 +83,6 @@ void View::addSubview(const std::shared_ptr<View>& view, Ordering ordering, cons
   others.insert(others.begin() + static_cast<std::ptrdiff_t>(index), added);
   if (others == subviews_) return;
   subviews_ = std::move(others);
-  added->superview_ = this;
   if (Window* const window = added->showingWindow()) added->invalidateTree(*window);
 }
 
