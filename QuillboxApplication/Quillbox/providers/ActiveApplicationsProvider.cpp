@@ -37,7 +37,7 @@ ActiveApplicationsProvider::~ActiveApplicationsProvider() {
 }
 
 void ActiveApplicationsProvider::prepareForDeallocation() {
-  monitor_->invalidate();
+  if (monitor_) monitor_->invalidate();
   monitor_.reset();
   TabRowProvider::prepareForDeallocation();
 }

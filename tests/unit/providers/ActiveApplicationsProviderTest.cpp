@@ -320,6 +320,7 @@ TEST_F(ActiveApplicationsProviderTest, AfterARestItLooksAtTheNextTickOfItsGrid) 
 TEST_F(ActiveApplicationsProviderTest, AProviderThatIsNoLongerWantedStopsLooking) {
   platform.processes().launchInFront(editor);
   applications->prepareForDeallocation();
+  applications->prepareForDeallocation();
   platform.runFor(2.0);
   EXPECT_TRUE(applications->processes().empty());
 }
