@@ -31,8 +31,8 @@ class Path {
   void close() { elements_.push_back({Element::Kind::Close, {}}); }
   const std::vector<Element>& elements() const { return elements_; }
 
-  /// Four arcs joined clockwise from the top left. A radius over half of the shorter side counts
-  /// as that half. An empty rectangle gives an empty path.
+  /// An arc for each corner, beginning with the top left one and going clockwise. A radius over
+  /// half of the shorter side counts as that half. An empty rectangle gives an empty path.
   static Path roundedRect(const Rect& rect, double radius);
   friend bool operator==(const Path&, const Path&) = default;
 

@@ -42,8 +42,8 @@ class EventCaptureView : public View {
   std::uint32_t eventFlags() const { return eventFlags_; }
   void setEventFlags(std::uint32_t flags) { eventFlags_ = flags; }
 
-  /// For half a second from now, releases of the mouse are dropped by all capture views: the click
-  /// that closes a menu must not act on what lies under it.
+  /// For half a second from now, releases of the mouse are dropped by all capture views: a
+  /// menu closes on a click, which is not meant for what the menu has covered.
   static void notePopUpMenuDidClose();
 
   void scrollWheel(const Event& event) override;

@@ -50,7 +50,7 @@ enum Dragability : std::int32_t {
 inline constexpr std::string_view kItemNameKey = "Item Name";
 inline constexpr std::string_view kItemUniqueIDKey = "Item Unique ID";
 
-/// One thing that a Tab Row shows: a picture in a square cell, a name, and what it does. The base
+/// What rows are filled with: a picture under a name, and what happens when it is chosen. The base
 /// of all items, with the defaults of every hook.
 ///
 /// A provider makes its items and owns them; the row only shows them. Each class has static
@@ -101,10 +101,10 @@ class Item : public std::enable_shared_from_this<Item> {
   /// It may be taken from its row.
   bool isRemovable() const { return removable_; }
   void setRemovable(bool removable) { removable_ = removable; }
-  /// Its file may be moved to the Trash from the row.
+  /// The user may throw its file away here.
   bool isTrashable() const { return trashable_; }
   void setTrashable(bool trashable) { trashable_ = trashable; }
-  /// It may be moved within its row.
+  /// The user may give it another place among its neighbours.
   bool isArrangeable() const { return arrangeable_; }
   void setArrangeable(bool arrangeable) { arrangeable_ = arrangeable; }
   /// Keys can select it, and it has something to do.
@@ -166,7 +166,7 @@ class Item : public std::enable_shared_from_this<Item> {
   const std::shared_ptr<RoundedRectangleView>& popUpView() const { return popUpView_; }
   void setPopUpView(std::shared_ptr<RoundedRectangleView> view) { popUpView_ = std::move(view); }
 
-  /// Selection and life in the row. An override calls the base.
+  /// What happens to it. Overrides of these call the base.
   virtual void wasSelected();
   virtual void wasDeselected();
   virtual void tabRowWillBeDisplayed() {}
@@ -179,7 +179,7 @@ class Item : public std::enable_shared_from_this<Item> {
   Item(const Rect& frame, const std::string& name);
   Item(const Rect& frame, const PropertyList& savedState);
 
-  /// An item of the receiver's own class, made from a saved state.
+  /// Makes an item of this very class from a saved state: every subclass has its own.
   virtual std::shared_ptr<Item> createFromState(const Rect& frame,
                                                 const PropertyList& savedState) const;
 

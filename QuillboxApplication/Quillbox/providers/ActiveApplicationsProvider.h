@@ -15,8 +15,8 @@ namespace qb {
 /// The running applications, the most recently front one first.
 ///
 /// It looks at the processes once a second for as long as it lives, panel or no panel, and that is
-/// how the order builds up: what was in front for less than a second between two looks is not
-/// promoted, and a program that is started anew goes to the end. Main thread.
+/// how the order builds up. Between two looks it is blind: a short visit to an application goes
+/// unnoticed. A program that is started anew joins at the end. Main thread.
 class ActiveApplicationsProvider : public TabRowProvider, public KeyHandlerTarget {
  public:
   static std::shared_ptr<TabRowProviderInformation> information();

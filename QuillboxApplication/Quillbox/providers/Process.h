@@ -12,7 +12,7 @@ struct Process {
   /// Seen in the sweep under way.
   bool running = false;
   std::string name;
-  /// Empty for a process without a bundle, which gets no item.
+  /// Empty when it has no bundle; it gets no item then.
   std::string bundlePath;
   std::string bundleIdentifier;
   /// The identity of its items, so that of several processes of one name the selection finds the

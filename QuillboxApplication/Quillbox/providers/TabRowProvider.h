@@ -17,7 +17,7 @@ class MenuItem;
 class TabRow;
 class TabRowProvider;
 
-/// One entry of the catalogue of providers.
+/// A kind of provider, as offered to the user and as saved.
 class TabRowProviderInformation {
  public:
   using Maker = std::function<std::shared_ptr<TabRowProvider>()>;
@@ -67,7 +67,7 @@ class TabRowProvider : public std::enable_shared_from_this<TabRowProvider> {
   bool canBeConfigured() const { return canBeConfigured_; }
 
   // What there is to show, in the order in which a row asks.
-  /// Called at every opening, before anything else happens to the row.
+  /// The first call of every opening: what the desktop was like just before it.
   virtual void noteEnvironment(const PropertyList& /*environment*/) {}
   /// Asked before the items are made: whoever makes them late counts the source.
   virtual std::int64_t numberOfItems();
@@ -97,7 +97,7 @@ class TabRowProvider : public std::enable_shared_from_this<TabRowProvider> {
   /// Subclasses add their keys to what the base gives.
   virtual PropertyList state() const { return PropertyList::dictionary(); }
 
-  // Keys and pointer. True means handled, and the row does nothing further.
+  // Keys and pointer. Answering true keeps the event from the row.
   virtual bool keyDown(const Event& /*event*/) { return false; }
   /// Whether the press that brought the panel up acts on this row too.
   virtual bool wantsInvocationTabEvent() const { return false; }

@@ -12,7 +12,7 @@ namespace qb {
 
 namespace {
 
-/// Above and below the halo, within a row.
+/// Between the halo and the upper or lower edge of its row.
 constexpr std::int64_t haloMargin = 26;
 /// Between two rows.
 constexpr std::int64_t rowGap = 20;

@@ -21,8 +21,8 @@ class SelectionViews {
   void addToRow(View& row, EventCaptureViewDelegate& delegate);
   /// Brings to the front what must stay above the items.
   void bringToFront(View& row);
-  /// Shows them at an item. The label stays inside the row; in a row too narrow for it, its right
-  /// end is what stays inside.
+  /// Shows them at an item. The label stays inside the row. One that is wider than the
+  /// row sticks out on the left.
   void showAtItem(const Item& item, Size haloSize, Size rowSize);
   void hide();
   /// Border and corners of the halo by its height.

@@ -44,7 +44,7 @@ void TabRow::setFrame(const Rect& frame, Size haloSize, bool animate) {
 
 void TabRow::arrangeItemsWithMaintainScrollOffset(bool maintainScrollOffset, bool animate) {
   if (animate) {
-    // The pointer must not select items that are on the move.
+    // What glides past under a resting pointer is not meant.
     setSelectedItem(nullptr, SelectionMethodProgram);
     itemSelectionEnabled_ = false;
     executeBlockAfterDelay(

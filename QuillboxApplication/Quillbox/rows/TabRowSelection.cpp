@@ -126,7 +126,7 @@ bool TabRow::invokeSelectedItem(bool stay) {
   }
   const bool shiftIsDown = (quillbox->platform().keyboard().modifierFlags() & EventFlagShift) != 0;
   if (!stay && !shiftIsDown && item->shouldDismissQuillboxWhenInvoked()) {
-    // The panel is off the screen before the item acts, so that an item may raise other windows.
+    // First the panel leaves the screen: it would cover the windows that the item brings up.
     quillbox->dismissQuillbox();
     quillbox->orderOutQuillboxWindow();
   }
