@@ -13,6 +13,7 @@ class AltTab(DesktopTestCase):
     def test_tap_switches_and_the_next_tap_back(self):
         self.probe.tap("Alt_L", "Tab")
         self.assert_active("Alpha")
+        self.assert_input_is_free()
         self.probe.tap("Alt_L", "Tab")
         self.assert_active("Gamma")
 

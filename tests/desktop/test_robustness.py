@@ -6,6 +6,17 @@ from harness import PROGRAM
 from harness.case import DesktopTestCase
 from harness.desktop import Desktop
 
+# By default this desktop has Super-Tab for itself.
+XFCE_WITHOUT_KEYS = """<?xml version="1.0" encoding="UTF-8"?>
+<channel name="xfce4-keyboard-shortcuts" version="1.0">
+  <property name="xfwm4" type="empty">
+    <property name="custom" type="empty">
+      <property name="override" type="bool" value="true"/>
+    </property>
+  </property>
+</channel>
+"""
+
 
 class Endings(DesktopTestCase):
     def test_killed_with_the_panel_up_it_leaves_no_grab_behind(self):
@@ -76,7 +87,12 @@ class WindowManagerRestart(DesktopTestCase):
 
 class OtherWindowManager(DesktopTestCase):
     def start_window_manager(self):
-        self.desktop.start_manager(["xfwm4", "--compositor=off", "--sm-client-disable"])
+        channel = self.desktop.home / ".config/xfce4/xfconf/xfce-perchannel-xml"
+        channel.mkdir(parents=True)
+        (channel / "xfce4-keyboard-shortcuts.xml").write_text(XFCE_WITHOUT_KEYS)
+        self.desktop.start_manager(
+            ["dbus-run-session", "xfwm4", "--compositor=off", "--sm-client-disable"]
+        )
 
     def test_super_tab(self):
         self.super_tab()
