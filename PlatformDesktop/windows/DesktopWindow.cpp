@@ -34,6 +34,11 @@ void DesktopWindow::createWindow() {
     if (const auto processed = server_.pointerInput().process(event)) deliver(*processed);
   });
   window_->setTitle(qtString(title_));
+  // To a compositor the panel is no window that throws a shadow, least of all one as large as the
+  // screen.
+  const xcb_atom_t dock = server_.dockType();
+  xcb_change_property(server_.connection(), XCB_PROP_MODE_REPLACE, id(),
+                      server_.windowTypeProperty(), XCB_ATOM_ATOM, 32, 1, &dock);
   applyBlur();
 }
 

@@ -55,6 +55,8 @@ DesktopWindowServer::DesktopWindowServer(const ScreenFormats& formats, DesktopDi
                                               }
                                             });
   blurProperty_ = internAtom(formats_.connection, "_KDE_NET_WM_BLUR_BEHIND_REGION");
+  windowTypeProperty_ = internAtom(formats_.connection, "_NET_WM_WINDOW_TYPE");
+  dockType_ = internAtom(formats_.connection, "_NET_WM_WINDOW_TYPE_DOCK");
   watchCompositor();
   qApp->installNativeEventFilter(this);
   beforeSleep_ = host.addBeforeSleep([this] { update(); });

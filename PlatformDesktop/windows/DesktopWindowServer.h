@@ -57,6 +57,8 @@ class DesktopWindowServer : public WindowServer, private QAbstractNativeEventFil
   const DesktopDisplays& displays() const { return displays_; }
   TextCache& texts() { return texts_; }
   xcb_atom_t blurProperty() const { return blurProperty_; }
+  xcb_atom_t windowTypeProperty() const { return windowTypeProperty_; }
+  xcb_atom_t dockType() const { return dockType_; }
 
  private:
   bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
@@ -72,7 +74,7 @@ class DesktopWindowServer : public WindowServer, private QAbstractNativeEventFil
   std::vector<DesktopWindow*> windows_;
   DesktopWindow* keyWindow_ = nullptr;
   std::unique_ptr<ClickCatcher> catcher_;
-  xcb_atom_t compositorSelection_ = 0, blurProperty_ = 0;
+  xcb_atom_t compositorSelection_ = 0, blurProperty_ = 0, windowTypeProperty_ = 0, dockType_ = 0;
   std::uint8_t xfixesEvent_ = 0;
   bool compositorIsRunning_ = false;
   bool updateNeeded_ = false;
