@@ -64,19 +64,22 @@ int runOnDisplay(int argc, char* argv[]) {
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setApplicationName("quillbox");
   QApplication::setApplicationDisplayName("Quillbox");
-  const QSocketNotifier stop(stopEvent, QSocketNotifier::Read);
-  // A dialog of the launch is up before the main loop runs.
-  bool stopped = false;
-  QObject::connect(&stop, &QSocketNotifier::activated, &application, [&stopped] {
-    stopped = true;
-    QApplication::quit();
-  });
-
   auto created = qb::DesktopPlatform::create();
   if (const auto* error = std::get_if<qb::DesktopPlatformError>(&created)) {
     return fail(ExitStatusDisplayLacksExtension, error->message);
   }
   auto& platform = *std::get<std::unique_ptr<qb::DesktopPlatform>>(created);
+  const QSocketNotifier stop(stopEvent, QSocketNotifier::Read);
+  bool stopped = false;
+  QObject::connect(&stop, &QSocketNotifier::activated, &application, [&stopped, &platform] {
+    std::uint64_t signals = 0;
+    [[maybe_unused]] const ssize_t taken = read(stopEvent, &signals, sizeof signals);
+    stopped = true;
+    // A dialog may be up, that of the launch even before the main loop runs.
+    platform.runLoopHost().abortModalRuns();
+    QApplication::quit();
+  });
+
   const auto delegate = qb::AppDelegate::create(platform);
   delegate->applicationDidFinishLaunching();
   // From here on the keys are taken. Whoever has started the program may wait for this line.

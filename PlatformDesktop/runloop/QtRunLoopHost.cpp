@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "QuillboxCommon/ModalSession.h"
+
 namespace qb {
 
 namespace {
@@ -75,7 +77,13 @@ Date QtRunLoopHost::date() const { return secondsOf(CLOCK_REALTIME) - secondsBef
 
 void QtRunLoopHost::runUntil(const std::function<bool()>& done) {
   QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance();
-  while (!done()) dispatcher->processEvents(QEventLoop::WaitForMoreEvents);
+  while (!done()) {
+    if (modalRunsEnd_) {
+      ModalSession::abortModal();
+      if (done()) return;
+    }
+    dispatcher->processEvents(QEventLoop::WaitForMoreEvents);
+  }
 }
 
 void QtRunLoopHost::wakeUp() {

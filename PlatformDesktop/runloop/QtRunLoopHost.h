@@ -33,6 +33,9 @@ class QtRunLoopHost : public QObject, public RunLoopHost {
   /// events asked for (painting, requests to the X server) is done once. Main thread.
   [[nodiscard]] Subscription addBeforeSleep(std::function<void()> block);
 
+  /// The program ends: modal runs, those under way and those to come, end as aborted. Main thread.
+  void abortModalRuns() { modalRunsEnd_ = true; }
+
   Moment now() const override;
   Date date() const override;
   void setNextDeadline(Moment deadline) override { deadline_ = deadline; }
@@ -54,6 +57,7 @@ class QtRunLoopHost : public QObject, public RunLoopHost {
   int timer_;
   int wakeEvent_;
   std::unique_ptr<QSocketNotifier> timerNotifier_, wakeNotifier_;
+  bool modalRunsEnd_ = false;
   Moment deadline_ = distantFuture;
   Moment armedDeadline_ = distantFuture;
   std::function<void()> wakeObserver_;
