@@ -83,7 +83,7 @@ QSize qtSize(Size size) {
 }  // namespace
 
 AlertContent::AlertContent(Alert& alert, const Image& logo,
-                           std::function<void(std::int32_t)> respond)
+                           const std::function<void(std::int32_t)>& respond)
     : alert_(alert) {
   auto* const grid = new QGridLayout(this);
   grid->setContentsMargins(margin, margin, margin, margin);

@@ -16,7 +16,7 @@ class AlertContent : public QWidget {
  public:
   /// `alert` must outlive it. `logo` is for alerts without an icon; `respond` gets the response of
   /// a pressed button.
-  AlertContent(Alert& alert, const Image& logo, std::function<void(std::int32_t)> respond);
+  AlertContent(Alert& alert, const Image& logo, const std::function<void(std::int32_t)>& respond);
 
   /// The control that has the keyboard first.
   QWidget* initialFocus() const { return initialFocus_; }

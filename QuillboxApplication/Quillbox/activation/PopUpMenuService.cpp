@@ -53,7 +53,7 @@ void PopUpMenuService::popUpMenu(const std::shared_ptr<Menu>& menu,
   popUpMenuDelegate_ = delegate;
   menu->setDelegate(this);
   // Held: what the caller gave as a reference may change while the menu is open.
-  const std::shared_ptr<Menu> shown = menu;
+  const std::shared_ptr<Menu> shown = menu;  // NOLINT(performance-unnecessary-copy-initialization)
   presenter.popUpMenu(shown, positioningItem, screenLocation(location, view));
 }
 
