@@ -71,10 +71,11 @@ void Menu::insertItem(std::shared_ptr<MenuItem> item, std::size_t index) {
   const auto keep = shared_from_this();
   if (item->menu_) item->menu_->removeItem(*item);
   index = std::min(index, items_.size());
-  items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(index), item);
-  item->menu_ = this;
+  MenuItem& inserted = *item;
+  items_.insert(items_.begin() + static_cast<std::ptrdiff_t>(index), std::move(item));
+  inserted.menu_ = this;
   if (MenuObserver* const observer = nearestObserver()) {
-    observer->menuItemInserted(*this, *item, index);
+    observer->menuItemInserted(*this, inserted, index);
   }
 }
 

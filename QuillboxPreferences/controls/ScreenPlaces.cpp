@@ -50,7 +50,7 @@ class ScreenPlaces::Spot : public QAbstractButton {
   }
 };
 
-ScreenPlaces::ScreenPlaces(std::function<void(Place, bool)> changed) {
+ScreenPlaces::ScreenPlaces(const std::function<void(Place, bool)>& changed) {
   setMinimumHeight(sizeHint().height());
   for (int place = 0; place < numberOfPlaces; ++place) {
     auto* const spot = new Spot(this);

@@ -11,7 +11,7 @@ class ScreenPlaces : public QWidget {
  public:
   enum Place { TopLeft, TopRight, BottomLeft, BottomRight, Left, Bottom, Right, numberOfPlaces };
 
-  explicit ScreenPlaces(std::function<void(Place, bool)> changed);
+  explicit ScreenPlaces(const std::function<void(Place, bool)>& changed);
   void show(Place place, bool on);
   QSize sizeHint() const override { return {420, 208}; }
 

@@ -71,7 +71,7 @@ void Swatch::paintEvent(QPaintEvent* /*event*/) {
   }
 }
 
-SwatchGrid::SwatchGrid(std::function<void(const Color&)> chosen) {
+SwatchGrid::SwatchGrid(const std::function<void(const Color&)>& chosen) {
   auto* const grid = new QGridLayout(this);
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setSpacing(8);

@@ -29,7 +29,7 @@ class Swatch : public QAbstractButton {
 class SwatchGrid : public QWidget {
  public:
   /// `chosen` gets the colour that was clicked.
-  explicit SwatchGrid(std::function<void(const Color&)> chosen);
+  explicit SwatchGrid(const std::function<void(const Color&)>& chosen);
   /// Marks the colour that is equal, or none.
   void show(const Color& color);
 

@@ -86,10 +86,11 @@ Rect HostView::frameForTabRowAtIndex(std::size_t index, Size haloSize) const {
   };
   while (cells > 0 && static_cast<double>(widthOf(cells)) > frame().width()) --cells;
   const std::int64_t width = widthOf(cells);
+  const std::int64_t halfWidth = width / 2;
   const auto stackHeight = static_cast<double>(heightOfAllTabRowsWithTabRowHeight(tabRowHeight_));
   const auto offset =
       static_cast<double>((tabRowHeight_ + rowGap) * static_cast<std::int64_t>(index));
-  return integral(Rect::make(bounds().width() / 2 - static_cast<double>(width / 2),
+  return integral(Rect::make(bounds().width() / 2 - static_cast<double>(halfWidth),
                              bounds().height() / 2 - stackHeight / 2 + offset,
                              static_cast<double>(width), static_cast<double>(tabRowHeight_)));
 }
