@@ -29,6 +29,7 @@ class RealApplications(DesktopTestCase):
         self.assert_active("XTerm")
         self.super_tab()
         self.assert_active("Xedit")
+        self.assert_input_is_free()
         with self.probe.holding("Super_L"):
             self.probe.tap("Tab")
             self.probe.tap("Tab")

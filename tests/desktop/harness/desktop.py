@@ -165,9 +165,14 @@ class Desktop:
         return True
 
     def start_compositor(self):
+        width, height = self.probe.size()
+        self.probe.remember("uncomposed", (width // 2, height // 2, 8, 8))
         self.compositor = self.start(["picom", "--backend", "xrender", "--config", "/dev/null"])
         if not self.probe.wait_selection("_NET_WM_CM_S0"):
             raise RuntimeError("no compositor")
+        # Where there is nothing but the root window, it paints a colour of its own.
+        if not self.probe.wait_change("uncomposed"):
+            raise RuntimeError("the compositor does not paint")
 
     def note_launched_before(self):
         """A home folder in which this version has run: the program greets nobody."""
