@@ -23,6 +23,7 @@ import argparse
 import os
 import pathlib
 import platform
+import random
 import statistics
 import sys
 import time
@@ -36,6 +37,8 @@ from harness.desktop import Application, Desktop  # noqa: E402
 FADE_IN_DELAY = 0.3
 MEAN_POLL_WAIT = 0.025
 TAP_SECONDS = 0.08  # Longer than the 0.05 s between two looks at the keyboard.
+HAND_SECONDS = 0.1  # Between one round and the next.
+PHASES = random.Random(1)
 
 
 def applications(size):
@@ -94,30 +97,25 @@ class Contestant:
             fields = dict(line.split(":", 1) for line in status)
         return tuple(int(fields[name].split()[0]) / 1024 for name in ("VmRSS", "RssAnon"))
 
-    def _threads(self):
-        return [
-            pathlib.Path(f"/proc/{self.process.pid}/task/{thread}")
-            for thread in os.listdir(f"/proc/{self.process.pid}/task")
-        ]
-
     def _wake_ups(self):
-        """Each time that a thread went to sleep of its own will, it had been woken before."""
-        count = 0
-        for thread in self._threads():
+        """By thread: each time that it went to sleep of its own will, it had been woken before."""
+        counts = {}
+        for thread in pathlib.Path(f"/proc/{self.process.pid}/task").iterdir():
             for line in (thread / "status").read_text().splitlines():
                 if line.startswith("voluntary_ctxt_switches"):
-                    count += int(line.split()[1])
-        return count
+                    counts[thread.name] = int(line.split()[1])
+        return counts
 
     def _processor_seconds(self):
         fields = pathlib.Path(f"/proc/{self.process.pid}/stat").read_text().rsplit(")", 1)[1].split()
         return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
 
     def idle(self, seconds):
-        before = self._wake_ups(), self._processor_seconds()
+        wake_ups, processor = self._wake_ups(), self._processor_seconds()
         time.sleep(seconds)
-        wake_ups = (self._wake_ups() - before[0]) / seconds
-        return wake_ups, (self._processor_seconds() - before[1]) / seconds
+        # A thread that has ended in the meantime leaves no count behind.
+        count = sum(now - wake_ups.get(thread, 0) for thread, now in self._wake_ups().items())
+        return count / seconds, (self._processor_seconds() - processor) / seconds
 
     def latency_of_chord(self):
         """Leaves Super down and the switcher up."""
@@ -136,6 +134,7 @@ class Contestant:
         self.probe.up("Super_L")
         if not self.probe.wait_same("resting"):
             raise RuntimeError("the panel does not go away")
+        time.sleep(HAND_SECONDS)
 
 
 class Quillbox(Contestant):
@@ -150,8 +149,8 @@ class Quillbox(Contestant):
         self._hold_super()
         time.sleep(TAP_SECONDS)
         self.probe.down("Super_L")
-        # Different phases against the program's looks at the keyboard.
-        time.sleep(TAP_SECONDS + time.monotonic() % 0.05)
+        # Every phase against the program's looks at the keyboard is as likely.
+        time.sleep(TAP_SECONDS + PHASES.uniform(0, 0.05))
         latency = self.probe.latency("Super_L", "up", "middle", 3)
         self.probe.tap("Escape")
         if not self.probe.wait_same("resting"):
