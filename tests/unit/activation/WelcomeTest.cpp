@@ -76,7 +76,7 @@ TEST_F(WelcomeTest, SecondButtonOpensThePreferencesHalfASecondLater) {
 }
 
 TEST_F(WelcomeTest, EngineStandsAsideWhileTheGreetingIsUp) {
-  platform.dialogs().answerAlert([this](AlertOnScreen& alert) {
+  platform.dialogs().answerAlert([](AlertOnScreen& alert) {
     EXPECT_EQ(quillbox->appDelegate().userInteractionLevel(), 1);
     alert.press("OK");
   });
