@@ -45,6 +45,18 @@ class SettingsFile(DesktopTestCase):
         self.super_tab()
         self.assert_active("Alpha")
         self.assertEqual(kept.read_bytes(), content)
+        self.assert_is_whole_file_of_defaults(path)
+
+    def assert_is_whole_file_of_defaults(self, path):
+        settings = plistlib.loads(path.read_bytes())
+        self.assertEqual(len(settings), 32)
+        self.assertEqual(list(settings)[0], "ActivatesOnOptionTab")
+        self.assertEqual(list(settings)[-1], "BackdropColorAlpha")
+        self.assertIs(settings["ActivatesOnCommandTab"], True)
+        self.assertIs(settings["HasPerformedOneTimeStartUp"], True)
+        self.assertEqual(settings["UpperTabRowItemHaloHeight"], 85)
+        self.assertEqual(settings["TabRowColorBlue"], 0.125)
+        self.assertEqual(path.stat().st_mode & 0o777, 0o600)
 
     def greeting_is_answered(self):
         self.probe.tap("Return")
