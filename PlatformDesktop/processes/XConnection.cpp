@@ -1,7 +1,6 @@
 #include "PlatformDesktop/processes/XConnection.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace qb {
 
@@ -34,10 +33,8 @@ std::vector<std::uint32_t> XConnection::readNumbers(xcb_get_property_cookie_t co
       xcb_get_property_reply(connection_, cookie, nullptr));
   if (!reply || reply->format != 32) return {};
   const auto length = static_cast<std::size_t>(xcb_get_property_value_length(reply.get()));
-  std::vector<std::uint32_t> values(length / sizeof(std::uint32_t));
-  std::memcpy(values.data(), xcb_get_property_value(reply.get()),
-              values.size() * sizeof(std::uint32_t));
-  return values;
+  const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
+  return {first, first + length / sizeof(std::uint32_t)};
 }
 
 std::string XConnection::readText(xcb_get_property_cookie_t cookie) const {

@@ -43,6 +43,8 @@ class ContractWindowClient : public WindowPeerClient {
 class ContractTest : public ::testing::Test {
  protected:
   ContractTest() : desktop_(makeContractPlatform()), platform_(desktop_->platform()) {}
+  /// The platform goes while what a test has given it to call still stands: its end runs the loop.
+  void TearDown() override { desktop_.reset(); }
 
   bool waitUntil(const std::function<bool()>& done) { return desktop_->waitUntil(done); }
   bool waitForFront(ProcessSerialNumber number) {

@@ -1,3 +1,4 @@
+#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <xkbcommon/xkbcommon.h>
@@ -38,12 +39,20 @@ std::string fileContents(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The X server, its window manager, the home and Qt, which a process has once.
+/// The X server, its window manager, the home and Qt, which a process has once. Made by the first
+/// test that needs it.
 class Desk {
  public:
   static Desk& instance() {
-    static Desk desk;
-    return desk;
+    if (!desk_) desk_.reset(new Desk);
+    return *desk_;
+  }
+  /// Qt has to end before the statics do that it has made since.
+  static void end() { desk_.reset(); }
+
+  ~Desk() {
+    bus_.kill();
+    bus_.waitForFinished();
   }
 
   const std::string& display() const { return server_.display(); }
@@ -78,11 +87,6 @@ class Desk {
     startBus();
   }
 
-  ~Desk() {
-    bus_.kill();
-    bus_.waitForFinished();
-  }
-
   /// A session bus of this process's own.
   void startBus() {
     bus_.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
@@ -95,7 +99,18 @@ class Desk {
   test::Program manager_;
   std::unique_ptr<QApplication> application_;
   QProcess bus_;
+
+  static inline std::unique_ptr<Desk> desk_;
 };
+
+class DeskEnvironment : public testing::Environment {
+ public:
+  void TearDown() override { Desk::end(); }
+};
+
+// googletest owns what it is given.
+[[maybe_unused]] const testing::Environment* const deskEnvironment =
+    testing::AddGlobalTestEnvironment(new DeskEnvironment);
 
 /// One running instance of the client and what it has written down.
 class Client {
