@@ -6,6 +6,7 @@
 #include <QSocketNotifier>
 #include <clocale>
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -21,7 +22,7 @@ namespace {
 enum ExitStatus : int {
   ExitStatusOrderly = 0,
   ExitStatusNoDisplay = 2,
-  ExitStatusAlreadyRunning = 3,
+  ExitStatusOtherInstanceSilent = 3,
   ExitStatusDisplayLacksExtension = 4,
   ExitStatusUsage = 64,
 };
@@ -55,7 +56,7 @@ std::string whatInputLacks() {
   return error ? error->message : "";
 }
 
-int runOnDisplay(int argc, char* argv[]) {
+int runOnDisplay(int argc, char* argv[], qb::InstanceLock& lock) {
   // Qt's own event loop wakes less and takes less memory than the one of GLib.
   qputenv("QT_NO_GLIB", "1");
   QApplication application(argc, argv);
@@ -80,6 +81,13 @@ int runOnDisplay(int argc, char* argv[]) {
     QApplication::quit();
   });
 
+  const QSocketNotifier starts(lock.descriptor(), QSocketNotifier::Read);
+  const auto answerStarts = [&lock] {
+    if (lock.answerOtherStarts() > 0) qb::log("Quillbox was started again, and goes on.");
+  };
+  QObject::connect(&starts, &QSocketNotifier::activated, &application, answerStarts);
+  answerStarts();
+
   const auto delegate = qb::AppDelegate::create(platform);
   delegate->applicationDidFinishLaunching();
   // From here on the keys are taken. Whoever has started the program may wait for this line.
@@ -90,6 +98,21 @@ int runOnDisplay(int argc, char* argv[]) {
   return ExitStatusOrderly;
 }
 
+int endWithoutLock(qb::InstanceLock::Failure failure) {
+  switch (failure) {
+    case qb::InstanceLock::Failure::HandedOver:
+      std::puts("Quillbox is already running on this display, and goes on.");
+      return ExitStatusOrderly;
+    case qb::InstanceLock::Failure::NoAnswer:
+      return fail(ExitStatusOtherInstanceSilent,
+                  "Quillbox is already running on this display, but does not answer.");
+    case qb::InstanceLock::Failure::NoDisplay:
+      break;
+  }
+  return fail(ExitStatusNoDisplay,
+              "Quillbox found no X server. Is DISPLAY set, and may you use that display?");
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
@@ -97,16 +120,10 @@ int main(int argc, char* argv[]) {
   if (argc > 1) return fail(ExitStatusUsage, "Quillbox takes no arguments.");
   qb::InstanceLock::Failure failure{};
   const auto lock = qb::InstanceLock::acquire(failure);
-  if (!lock && failure == qb::InstanceLock::Failure::NoDisplay) {
-    return fail(ExitStatusNoDisplay,
-                "Quillbox found no X server. Is DISPLAY set, and may you use that display?");
-  }
-  if (!lock) {
-    return fail(ExitStatusAlreadyRunning, "Quillbox is already running on this display.");
-  }
+  if (!lock) return endWithoutLock(failure);
   endLoopOnSignals();
   if (const std::string missing = whatInputLacks(); !missing.empty()) {
     return fail(ExitStatusDisplayLacksExtension, missing);
   }
-  return runOnDisplay(argc, argv);
+  return runOnDisplay(argc, argv, *lock);
 }

@@ -1,10 +1,15 @@
 """What happens to the desktop when something goes wrong, and on desktops of other kinds."""
 
+import os
+import signal
+import subprocess
 import unittest
 
 from harness import PROGRAM
 from harness.case import DesktopTestCase
 from harness.desktop import Desktop
+
+LONG = 60
 
 # By default this desktop has Super-Tab for itself.
 XFCE_WITHOUT_KEYS = """<?xml version="1.0" encoding="UTF-8"?>
@@ -35,12 +40,32 @@ class Endings(DesktopTestCase):
         self.assertTrue(self.probe.wait_input_free())
         self.assertFalse(self.probe.chord_is_taken("super", "Tab"))
 
-    def test_second_instance_says_so_and_leaves_the_first_alone(self):
-        second = self.desktop.start([PROGRAM])
-        self.assertEqual(second.wait(), 3)
-        self.assertRegex(second.output, r"(?i)already")
+
+class SecondInstance(DesktopTestCase):
+    def start_second(self):
+        return subprocess.Popen([PROGRAM], env=self.desktop.environment, text=True,
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+
+    def test_hands_over_to_the_first_and_raises_nothing(self):
+        second = self.start_second()
+        output, errors = second.communicate(timeout=LONG)
+        self.assertEqual(second.returncode, 0, errors)
+        self.assertRegex(output, r"(?i)already")
+        self.assertEqual(errors, "")
+        self.assertIsNotNone(self.program.wait_for_line(lambda line: "started again" in line))
+        self.assertEqual(self.probe.active(), "Gamma")
+        self.assertFalse(self.panel_window_is_up())
         self.super_tab()
         self.assert_active("Alpha")
+
+    def test_says_when_the_first_does_not_answer(self):
+        os.kill(self.program.pid, signal.SIGSTOP)
+        self.addCleanup(os.kill, self.program.pid, signal.SIGCONT)
+        second = self.start_second()
+        output, errors = second.communicate(timeout=LONG)
+        self.assertEqual(second.returncode, 3)
+        self.assertEqual(output, "")
+        self.assertRegex(errors, r"already running .* does not answer")
 
 
 class Surroundings(DesktopTestCase):
