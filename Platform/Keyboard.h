@@ -28,7 +28,7 @@ struct KeyMap {
 class Keyboard {
  public:
   virtual ~Keyboard() = default;
-  /// `GetKeys`: which keys are physically down now.
+  /// `GetKeys`: which keys are physically down, as of the last key event that has been handed on.
   virtual KeyMap getKeys() const = 0;
   /// The modifiers that are down now (`NSEvent modifierFlags`).
   virtual EventFlags modifierFlags() const = 0;

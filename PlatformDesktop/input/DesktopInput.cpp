@@ -25,17 +25,24 @@ DesktopInput::DesktopInput(DesktopInputHost host, InputConnection queries, Input
       eventTap_(thread_, [this] { return accessibility_.isProcessTrusted(); }),
       hotKeys_(thread_),
       keyboard_(queries_, queue_),
-      pointer_(queries_, host_.pointerSpace) {}
+      pointer_(queries_, host_.pointerSpace) {
+  // Keys that are down already are known from the start.
+  takeEvents();
+}
 
 void DesktopInput::drain() {
-  std::vector<InputEvent> events;
-  if (queue_.take(events)) keyboard_.keysChanged().signal();
-  waiting_.insert(waiting_.end(), events.begin(), events.end());
+  takeEvents();
   while (!waiting_.empty() && !eventTap_.holdsBack(host_.currentMode())) {
     const InputEvent event = waiting_.front();
     waiting_.pop_front();
     handOn(event);
   }
+}
+
+void DesktopInput::takeEvents() {
+  std::vector<InputEvent> events;
+  if (queue_.take(events)) keyboard_.keysChanged().signal();
+  waiting_.insert(waiting_.end(), events.begin(), events.end());
 }
 
 void DesktopInput::handOn(const InputEvent& event) {

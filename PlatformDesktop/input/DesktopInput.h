@@ -56,6 +56,7 @@ class DesktopInput {
  private:
   DesktopInput(DesktopInputHost host, InputConnection queries, InputConnection events);
 
+  void takeEvents();
   void handOn(const InputEvent& event);
   void handOnKey(const InputEvent& event);
   void handOnButton(const InputEvent& event);

@@ -2,16 +2,13 @@
 
 namespace qb {
 
-/// The events tell without asking when nothing is down. What they say is down is asked for: a
-/// release can get lost, and a key may have been let go this moment.
+/// As the events tell, and no later: asked for, the server would tell of a release before a press
+/// that came first has been handed on, and a Tab that ends one switch would begin another. The
+/// input thread looks after releases that got lost.
 KeyMap DesktopKeyboard::getKeys() const {
   KeyMap keys;
-  XKeySet down = queue_.keys();
+  const XKeySet& down = queue_.keys();
   if (down.none()) return keys;
-  xcb_connection_t* xcb = queries_.xcb.get();
-  const XcbPointer<xcb_query_keymap_reply_t> reply(
-      xcb_query_keymap_reply(xcb, xcb_query_keymap(xcb), nullptr));
-  if (reply) down = keySetFrom(*reply);
   const KeyboardMap map = queue_.map();
   for (unsigned code = 0; code < down.size(); ++code) {
     if (down.test(code)) keys.set(map.keyCode(static_cast<std::uint8_t>(code)), true);

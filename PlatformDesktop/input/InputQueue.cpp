@@ -35,12 +35,8 @@ bool InputQueue::take(std::vector<InputEvent>& events) {
   isAwaited_ = false;
   events.insert(events.end(), events_.begin(), events_.end());
   events_.clear();
+  takenKeys_ = keys_;
   return std::exchange(keysChanged_, false);
-}
-
-XKeySet InputQueue::keys() const {
-  const std::lock_guard lock(mutex_);
-  return keys_;
 }
 
 KeyboardMap InputQueue::map() const {

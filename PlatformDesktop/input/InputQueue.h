@@ -52,7 +52,8 @@ class InputQueue {
   // Main thread.
   /// Appends what has come since the last call. Answers whether keys have gone down or up.
   bool take(std::vector<InputEvent>& events);
-  XKeySet keys() const;
+  /// The keys that were down at the last `take`: never ahead of the events that have been taken.
+  const XKeySet& keys() const { return takenKeys_; }
   KeyboardMap map() const;
   std::uint32_t userTime() const { return userTime_; }
 
@@ -65,6 +66,7 @@ class InputQueue {
   bool keysChanged_ = false;
   bool isAwaited_ = false;
   XKeySet keys_;
+  XKeySet takenKeys_;  // Main thread.
   KeyboardMap map_;
   std::atomic<std::uint32_t> userTime_ = 0;
 };

@@ -443,6 +443,11 @@ void InputWorker::verifyPhysicalKeys() {
   const XcbPointer<xcb_query_keymap_reply_t> reply(
       xcb_query_keymap_reply(xcb, xcb_query_keymap(xcb), nullptr));
   if (!reply) return;
+  // What came while the reply was on its way goes first, and tells as much.
+  if (handleNextEvent()) {
+    keysCheck_ = now() + keysCheckInterval;
+    return;
+  }
   const XKeySet keys = keySetFrom(*reply);
   taken_ &= keys;
   observed_ &= keys;

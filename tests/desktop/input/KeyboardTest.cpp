@@ -22,12 +22,17 @@ TEST_F(KeyboardState, TellsWhichKeysAreDown) {
   ASSERT_TRUE(waitFor([&] { return input_->keyboard().getKeys() == KeyMap(); }));
 }
 
-TEST_F(KeyboardState, KnowsOfAReleaseBeforeItsEventHasCome) {
-  client_.press(KeyCodeLeftOption);
-  ASSERT_TRUE(waitFor([&] { return isDown(KeyCodeLeftOption); }));
-  client_.release(KeyCodeLeftOption);
+TEST_F(KeyboardState, IsNeverAheadOfTheEvents) {
+  input_.createTap({{superTab}});
+  client_.press(KeyCodeLeftCommand);
+  ASSERT_TRUE(waitFor([&] { return isDown(KeyCodeLeftCommand); }));
+  client_.tap(KeyCodeTab);
+  client_.release(KeyCodeLeftCommand);
   client_.sync();
-  EXPECT_FALSE(isDown(KeyCodeLeftOption));
+  // The server knows better, but the Tab has not been handed on.
+  EXPECT_TRUE(isDown(KeyCodeLeftCommand));
+  ASSERT_TRUE(input_.tapped.empty());
+  ASSERT_TRUE(waitFor([&] { return input_.tapped.size() == 2 && !isDown(KeyCodeLeftCommand); }));
 }
 
 TEST_F(KeyboardState, SignalsEachChange) {
