@@ -11,6 +11,7 @@ namespace {
 
 /// The rest on an item after which its view pops up.
 constexpr TimeInterval usualPopUpDelay = 0.5;
+constexpr double dimmedAlpha = 0.25;
 
 }  // namespace
 
@@ -109,6 +110,15 @@ void Item::wasSelected() {
 void Item::wasDeselected() {
   selected_ = false;
   dismissPopUpView();
+}
+
+void Item::setupForDragOperation(const DragOperation& drag, std::uint32_t dragTypes) {
+  canReceiveCurrentDragOperation_ = canReceiveDragOperation(drag, dragTypes);
+  if (!canReceiveCurrentDragOperation_) view_->setAlphaValue(dimmedAlpha);
+}
+
+void Item::tearDownAfterDragOperation(const DragOperation& /*drag*/) {
+  view_->animator().setAlphaValue(1);
 }
 
 void Item::noteViewFrameChanged() {

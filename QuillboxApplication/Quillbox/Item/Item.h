@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "QuillboxCommon/Geometry.h"
 #include "QuillboxCommon/PropertyList.h"
@@ -14,7 +15,10 @@
 
 namespace qb {
 
+class DragOperation;
 class ItemView;
+class Menu;
+class MenuItem;
 class RoundedRectangleView;
 class TabRow;
 
@@ -166,6 +170,29 @@ class Item : public std::enable_shared_from_this<Item> {
   const std::shared_ptr<RoundedRectangleView>& popUpView() const { return popUpView_; }
   void setPopUpView(std::shared_ptr<RoundedRectangleView> view) { popUpView_ = std::move(view); }
 
+  // Its menu.
+  using MenuItems = std::vector<std::shared_ptr<MenuItem>>;
+  /// Its own entries of the menu that configures it; the row adds those of the provider.
+  virtual MenuItems configureMenuItems() { return {}; }
+  /// That menu is about to open; is open (ten times a second); highlights another of its items, or
+  /// none (null); has closed.
+  virtual void menuTrackingWillBegin(Menu& /*menu*/) {}
+  virtual void menuTrackingIsContinuing(Menu& /*menu*/) {}
+  virtual void menuWillHighlightItem(Menu& /*menu*/, MenuItem* /*item*/) {}
+  virtual void menuTrackingDidFinish(Menu& /*menu*/) {}
+  /// Has the user say where the file has gone that it stands for.
+  virtual void identifyMissingRepresentedItem() {}
+
+  // Drags over the panel.
+  /// Whether what is dragged now could be dropped on it.
+  bool canReceiveCurrentDragOperation() const { return canReceiveCurrentDragOperation_; }
+  virtual bool canReceiveDragOperation(const DragOperation& /*drag*/, std::uint32_t /*dragTypes*/) {
+    return false;
+  }
+  /// A drag begins: an item that cannot take it dims.
+  void setupForDragOperation(const DragOperation& drag, std::uint32_t dragTypes);
+  void tearDownAfterDragOperation(const DragOperation& drag);
+
   /// What happens to it. Overrides of these call the base.
   virtual void wasSelected();
   virtual void wasDeselected();
@@ -194,7 +221,7 @@ class Item : public std::enable_shared_from_this<Item> {
   std::int64_t index_ = 0, tag_ = 0;
   std::int32_t dragability_ = 0;
   bool selected_ = false, removable_ = false, trashable_ = false, arrangeable_ = false;
-  bool invokable_ = true;
+  bool invokable_ = true, canReceiveCurrentDragOperation_ = false;
 };
 
 }  // namespace qb

@@ -28,6 +28,7 @@ class ActiveApplicationsProvider : public TabRowProvider, public KeyHandlerTarge
   bool isActiveApplicationsProvider() const override { return true; }
   bool wantsInvocationTabEvent() const override { return true; }
   std::string name() const override { return "Active Applications"; }
+  std::string className() const override { return "ActiveApplicationsProvider"; }
   void noteEnvironment(const PropertyList& environment) override;
   /// Looks at the processes first. Those without a bundle count, although they get no item.
   std::int64_t numberOfItems() override;

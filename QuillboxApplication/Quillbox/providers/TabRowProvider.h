@@ -55,6 +55,8 @@ class TabRowProvider : public std::enable_shared_from_this<TabRowProvider> {
   virtual bool isActiveApplicationsProvider() const { return false; }
   virtual bool isCustomProvider() const { return false; }
   virtual std::string name() const { return "Unnamed"; }
+  /// The name of its class, under which it is saved.
+  virtual std::string className() const { return "TabRowProvider"; }
 
   /// The owning row, or null.
   std::shared_ptr<TabRow> tabRow() const { return tabRow_.lock(); }
@@ -108,9 +110,14 @@ class TabRowProvider : public std::enable_shared_from_this<TabRowProvider> {
   virtual void mouseEnteredTabRow() {}
   virtual void mouseExitedTabRow() {}
 
+  /// The user has begun to drag the item.
+  virtual void itemDidBeginBeingDragged(Item& /*item*/) {}
+
   // Changes by the user. False stops the step.
   virtual bool removeItemFromTabRow(Item& /*item*/, bool /*confirmation*/) { return true; }
   virtual bool moveItemToTrash(Item& /*item*/) { return true; }
+  /// Moves the item's file into a folder.
+  virtual bool moveItem(Item& /*item*/, const std::string& /*toFolderAtPath*/) { return false; }
   virtual bool confirmProviderChange() { return true; }
   virtual bool confirmDeletion() { return true; }
 
