@@ -55,6 +55,7 @@ DesktopPlatform::DesktopPlatform(const ScreenFormats& formats)
       windowServer_(formats, displays_, runLoopHost_),
       dialogs_(windowServer_, graphics_),
       menuPresenter_(windowServer_),
+      applicationControl_(runLoopHost_),
       distributedNotifications_(sessionBus_),
       pasteboards_(fileSystem_),
       scripts_(applicationControl_),

@@ -71,14 +71,10 @@ int runOnDisplay(int argc, char* argv[], qb::InstanceLock& lock) {
   }
   auto& platform = *std::get<std::unique_ptr<qb::DesktopPlatform>>(created);
   const QSocketNotifier stop(stopEvent, QSocketNotifier::Read);
-  bool stopped = false;
-  QObject::connect(&stop, &QSocketNotifier::activated, &application, [&stopped, &platform] {
+  QObject::connect(&stop, &QSocketNotifier::activated, &application, [&platform] {
     std::uint64_t signals = 0;
     [[maybe_unused]] const ssize_t taken = read(stopEvent, &signals, sizeof signals);
-    stopped = true;
-    // A dialog may be up, that of the launch even before the main loop runs.
-    platform.runLoopHost().abortModalRuns();
-    QApplication::quit();
+    platform.applicationControl().terminate();
   });
 
   const QSocketNotifier starts(lock.descriptor(), QSocketNotifier::Read);
@@ -92,7 +88,8 @@ int runOnDisplay(int argc, char* argv[], qb::InstanceLock& lock) {
   delegate->applicationDidFinishLaunching();
   // From here on the keys are taken. Whoever has started the program may wait for this line.
   qb::log("Quillbox is ready");
-  if (!stopped) QApplication::exec();
+  // A dialog of the launch may have been up when the program was told to end.
+  if (!platform.applicationControl().isTerminating()) QApplication::exec();
   delegate->applicationWillTerminate();
   platform.finishBackgroundWork();
   return ExitStatusOrderly;

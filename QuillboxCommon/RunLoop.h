@@ -71,7 +71,7 @@ class RunLoopHost : public Clock {
   /// then sleeps until something outside happens. Called often: store it, arm lazily. Main thread.
   virtual void setNextDeadline(Moment deadline) = 0;
   /// Handles events of the host and what is due in the loop (by `RunLoop::service`) until `done`
-  /// answers true, looking after each event. Main thread; may nest.
+  /// answers true, looking after each event, or the program ends. Main thread; may nest.
   virtual void runUntil(const std::function<bool()>& done) = 0;
   /// Makes the main thread call `RunLoop::service` soon. Any thread.
   virtual void wakeUp() = 0;

@@ -31,6 +31,8 @@ std::int32_t DesktopDialogs::runModal(Alert& alert) {
   DialogWindow window(programName, windowServer_.compositorIsRunning(),
                       {.confirm = [&] { session.stop(alert.buttons.front().response); },
                        .cancel = [&] { session.stop(alert.escapeButton().response); }});
+  // For whoever lists windows or reads them aloud; the title bar shows the program's name.
+  window.setWindowTitle(QString::fromStdString(alert.messageText));
   auto* const content =
       new AlertContent(alert, graphics_.imageNamed("QuillboxLogo"),
                        [&session](std::int32_t response) { session.stop(response); });

@@ -120,6 +120,7 @@ bool DesktopMenuPresenter::popUpMenu(const std::shared_ptr<Menu>& menu,
   RunLoop::main().runInMode(RunLoopMode::EventTracking, [this] { return !root_->isVisible(); });
   qApp->removeEventFilter(this);
   menu->setObserver(nullptr);
+  // With all that hangs from it, also where only the run has ended.
   root_.reset();
   xcb_flush(windowServer_.connection());
   const auto chosen = std::exchange(chosen_, nullptr);

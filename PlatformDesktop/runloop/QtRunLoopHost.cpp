@@ -78,9 +78,9 @@ Date QtRunLoopHost::date() const { return secondsOf(CLOCK_REALTIME) - secondsBef
 void QtRunLoopHost::runUntil(const std::function<bool()>& done) {
   QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance();
   while (!done()) {
-    if (modalRunsEnd_) {
+    if (nestedRunsEnd_) {
       ModalSession::abortModal();
-      if (done()) return;
+      return;
     }
     dispatcher->processEvents(QEventLoop::WaitForMoreEvents);
   }

@@ -33,8 +33,9 @@ class QtRunLoopHost : public QObject, public RunLoopHost {
   /// events asked for (painting, requests to the X server) is done once. Main thread.
   [[nodiscard]] Subscription addBeforeSleep(std::function<void()> block);
 
-  /// The program ends: modal runs, those under way and those to come, end as aborted. Main thread.
-  void abortModalRuns() { modalRunsEnd_ = true; }
+  /// The program ends: nested runs (dialogs, menus, waits), those under way and those to come, end
+  /// at once, and modal ones as aborted. Main thread.
+  void endNestedRuns() { nestedRunsEnd_ = true; }
 
   Moment now() const override;
   Date date() const override;
@@ -57,7 +58,7 @@ class QtRunLoopHost : public QObject, public RunLoopHost {
   int timer_;
   int wakeEvent_;
   std::unique_ptr<QSocketNotifier> timerNotifier_, wakeNotifier_;
-  bool modalRunsEnd_ = false;
+  bool nestedRunsEnd_ = false;
   Moment deadline_ = distantFuture;
   Moment armedDeadline_ = distantFuture;
   std::function<void()> wakeObserver_;

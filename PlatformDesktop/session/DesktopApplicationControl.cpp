@@ -42,8 +42,8 @@ std::vector<std::string> ownArguments() {
 
 }  // namespace
 
-DesktopApplicationControl::DesktopApplicationControl()
-    : bundlePath_(programFileOfProcess(getpid()).path) {}
+DesktopApplicationControl::DesktopApplicationControl(QtRunLoopHost& runLoopHost)
+    : runLoopHost_(runLoopHost), bundlePath_(programFileOfProcess(getpid()).path) {}
 
 std::string DesktopApplicationControl::shortVersionString() const { return QUILLBOX_VERSION; }
 
@@ -58,8 +58,14 @@ std::string DesktopApplicationControl::programBeside(const std::string& name) co
 bool DesktopApplicationControl::launchAppWithBundleIdentifier(const std::string& identifier,
                                                               std::uint32_t /*options*/) {
   const bool started = identifier == relauncherIdentifier && launchRelauncher();
-  if (!started) log("There is no helper program " + identifier + " beside " + bundlePath_ + ".");
+  if (!started && !isTerminating_)
+    log("There is no helper program " + identifier + " beside " + bundlePath_ + ".");
   return started;
+}
+
+bool DesktopApplicationControl::start(const std::vector<std::string>& words,
+                                      const std::string& folder) const {
+  return !isTerminating_ && startDetached(words, folder);
 }
 
 bool DesktopApplicationControl::launchRelauncher() const {
@@ -71,7 +77,7 @@ bool DesktopApplicationControl::launchRelauncher() const {
                                  bundlePath_};
   for (std::string& argument : ownArguments()) words.push_back(std::move(argument));
   const std::string folder = QFileInfo(QStringLiteral(".")).absoluteFilePath().toStdString();
-  const bool started = isProgram(words.front()) && startDetached(words, folder);
+  const bool started = isProgram(words.front()) && start(words, folder);
   close(process);
   return started;
 }
@@ -81,7 +87,7 @@ bool DesktopApplicationControl::openPreferences(const std::string& page) const {
   if (!isProgram(program)) return false;
   std::vector<std::string> words{program};
   if (!page.empty()) words.push_back("--page=" + page);
-  return startDetached(words, {});
+  return start(words, {});
 }
 
 bool DesktopApplicationControl::openFile(const std::string& path) {
@@ -89,17 +95,19 @@ bool DesktopApplicationControl::openFile(const std::string& path) {
   std::string file = path;
   if (file.starts_with("~/")) file = DesktopFolders::home() + file.substr(1);
   if (!QFileInfo::exists(QString::fromStdString(file))) return false;
-  if (file.ends_with(".prefPane")) return isProgram(file) && startDetached({file}, {});
-  return startDetached({"xdg-open", file}, {});
+  if (file.ends_with(".prefPane")) return isProgram(file) && start({file}, {});
+  return start({"xdg-open", file}, {});
 }
 
 bool DesktopApplicationControl::openURL(const std::string& url) {
-  return startDetached({"xdg-open", url}, {});
+  return start({"xdg-open", url}, {});
 }
 
 void DesktopApplicationControl::terminate() {
-  QMetaObject::invokeMethod(
-      QCoreApplication::instance(), [] { QCoreApplication::quit(); }, Qt::QueuedConnection);
+  isTerminating_ = true;
+  runLoopHost_.endNestedRuns();
+  // Asking the windows first, as `quit` does, would let any of them refuse.
+  QCoreApplication::exit();
 }
 
 }  // namespace qb

@@ -5,14 +5,17 @@
 #include <vector>
 
 #include "Platform/ApplicationControl.h"
+#include "PlatformDesktop/runloop/QtRunLoopHost.h"
 
 namespace qb {
 
 /// This program as the desktop has it. Helper programs and the preference program lie beside its
-/// own file.
+/// own file. Once it ends it starts nothing more: work that a closed dialog goes on with is not to
+/// bring it back.
 class DesktopApplicationControl : public ApplicationControl {
  public:
-  DesktopApplicationControl();
+  /// The host must outlive it.
+  explicit DesktopApplicationControl(QtRunLoopHost& runLoopHost);
 
   std::string bundlePath() const override { return bundlePath_; }
   std::string shortVersionString() const override;
@@ -20,16 +23,22 @@ class DesktopApplicationControl : public ApplicationControl {
   bool launchAppWithBundleIdentifier(const std::string& identifier, std::uint32_t options) override;
   bool openFile(const std::string& path) override;
   bool openURL(const std::string& url) override;
+  /// Also ends what keeps the main loop from ending: open menus and modal dialogs.
   void terminate() override;
+  /// `terminate` has been called; it may have been before the main loop ran.
+  bool isTerminating() const { return isTerminating_; }
 
   /// Starts the preference program, or brings its window forward. `page` may be empty.
   bool openPreferences(const std::string& page) const;
 
  private:
+  bool start(const std::vector<std::string>& words, const std::string& folder) const;
   std::string programBeside(const std::string& name) const;
   bool launchRelauncher() const;
 
+  QtRunLoopHost& runLoopHost_;
   std::string bundlePath_;
+  bool isTerminating_ = false;
 };
 
 }  // namespace qb

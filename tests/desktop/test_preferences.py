@@ -1,71 +1,17 @@
 """The preference program, and what other programs of the session change."""
 
 import os
-import pathlib
 import signal
 import subprocess
 import unittest
 
 from harness import DEADLINE, PROGRAM
 from harness.case import DesktopTestCase
+from harness.session import PREFERENCES, SessionTestCase
 
-PREFERENCES = PROGRAM.with_name("quillbox-preferences")
-SIGNAL = "com.vorlane.Quillbox.DistributedNotifications.Posted"
-OBJECT_PATH = "/com/vorlane/Quillbox/DistributedNotifications"
-SENDER = "com.vorlane.quillboxPreferences"
 DENIED = "InputAccessIsDenied"
-LONG = 30
-
-
-class SessionTestCase(DesktopTestCase):
-    """With a session bus that is the test's own."""
-
-    def start_window_manager(self):
-        super().start_window_manager()
-        self.bus = self.desktop.start(
-            ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address"])
-        address = self.bus.wait_for_line(lambda line: line.startswith("unix:"))
-        self.assertIsNotNone(address, "no session bus")
-        lines = [line for line in self.bus.lines if line.startswith("unix:")]
-        self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"] = lines[0]
-
-    def post(self, name):
-        self.desktop.run(["dbus-send", "--session", "--type=signal", OBJECT_PATH, SIGNAL,
-                          "string:" + name, "string:" + SENDER])
-
-    def wait(self, holds, message):
-        """For what takes several programs, some of which have to start first."""
-        self.assertTrue(self.desktop.wait_until(holds, LONG), message)
-
-    @property
-    def information(self):
-        """What the program publishes for the preference program."""
-        return self.desktop.folder / "runtime/quillbox/pasteboards/QuillboxInformation.pasteboard"
-
-    def start_preferences(self, *arguments):
-        """Returns once its window has the keyboard."""
-        process = self.desktop.start([PREFERENCES, *arguments])
-        self.wait(self.preferences_are_in_front, "the preferences do not show")
-        return process
-
-    def preferences_are_in_front(self):
-        result = subprocess.run(
-            ["xdotool", "getactivewindow", "getwindowname"], env=self.desktop.environment,
-            capture_output=True, text=True, timeout=DEADLINE, check=False)
-        return result.stdout.strip() == "Quillbox Preferences"
-
-    def running_programs(self):
-        """The processes of the program on this display."""
-        found = []
-        for entry in pathlib.Path("/proc").iterdir():
-            try:
-                if entry.name.isdigit() and os.readlink(entry / "exe") == str(PROGRAM.resolve()):
-                    environment = (entry / "environ").read_bytes().split(b"\0")
-                    if ("DISPLAY=" + self.desktop.environment["DISPLAY"]).encode() in environment:
-                        found.append(int(entry.name))
-            except OSError:
-                continue
-        return found
+# Seconds until the next of several attempts.
+SHORT = 3
 
 
 class PreferenceProgram(SessionTestCase):
@@ -111,11 +57,10 @@ class SettingsOfAnotherProcess(SessionTestCase):
         self.wait(self.corner_raises_the_panel, "the corner does nothing")
 
     def corner_raises_the_panel(self):
-        # Again and again: the program may not have found the bus yet.
         self.post("Settings Changed")
         self.probe.move((640, 300))
         self.probe.move((0, 0))
-        return self.panel.wait_shown()
+        return self.panel.wait_shown(SHORT)
 
     def test_preview_is_shown_to_whoever_asks(self):
         self.panel.remember_hidden()
@@ -123,8 +68,9 @@ class SettingsOfAnotherProcess(SessionTestCase):
         self.probe.tap("Escape")
 
     def preview_shows_the_panel(self):
+        # Again and again: the program may not have found the bus yet.
         self.post("Preview Quillbox")
-        return self.panel.wait_shown()
+        return self.panel.wait_shown(SHORT)
 
 
 class NoSessionBus(DesktopTestCase):
@@ -147,15 +93,11 @@ class FirstRun(SessionTestCase):
         self.wait(entry.exists, "no login item")
         self.assertIn(f'Exec="{PROGRAM.resolve()}"', entry.read_text())
         self.assertTrue(self.desktop.read_settings()["HasPerformedOneTimeStartUp"])
-        self.wait(self.greeting_is_answered, "the greeting cannot be answered")
+        self.answer_dialog("Quillbox Installed")
         self.assertTrue(self.desktop.wait_until_ready())
+        self.assertIn("1.0.0", self.desktop.read_user_defaults())
         self.super_tab()
         self.assert_active("Alpha")
-
-    def greeting_is_answered(self):
-        self.probe.tap("Return")
-        defaults = self.desktop.user_defaults_path
-        return defaults.exists() and "1.0.0" in self.desktop.read_user_defaults()
 
 
 class Relaunch(SessionTestCase):

@@ -41,6 +41,16 @@ class Endings(DesktopTestCase):
         self.assertFalse(self.probe.chord_is_taken("super", "Tab"))
 
 
+    def test_termination_with_the_panel_up_gives_the_keyboard_back(self):
+        self.open_panel()
+        self.program.terminate()
+        self.assertEqual(self.program.wait(), 0)
+        self.probe.up("Super_L")
+        self.assert_panel_gone()
+        self.assert_active("Gamma")
+        self.assert_keys_reach(self.gamma)
+
+
 class SecondInstance(DesktopTestCase):
     def start_second(self):
         return subprocess.Popen([PROGRAM], env=self.desktop.environment, text=True,

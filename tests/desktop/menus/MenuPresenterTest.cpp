@@ -5,6 +5,7 @@
 #include "MenuDesk.h"
 #include "Platform/KeyCodes.h"
 #include "PlatformDesktop/graphics/DesktopGraphics.h"
+#include "PlatformDesktop/session/DesktopApplicationControl.h"
 #include "QuillboxCommon/views/GridView.h"
 #include "QuillboxCommon/views/LabelView.h"
 #include "QuillboxCommon/views/MenuItemView.h"
@@ -462,6 +463,27 @@ TEST_F(MenuPresenterTest, NothingStaysGrabbedWhenTheProgramIsKilled) {
     return false;
   }));
   program.end();
+  EXPECT_TRUE(waitUntil({&user}, [&] { return user.grabPointer(); }));
+  user.ungrabPointer();
+  EXPECT_TRUE(user.grabKeyboard());
+  user.ungrabKeyboard();
+}
+
+TEST_F(MenuPresenterTest, TheEndOfTheProgramClosesItAndLetsNoOtherOpen) {
+  user.openWindow();
+  DesktopApplicationControl control(host);
+  const auto item = add("Has a submenu");
+  const auto submenu = Menu::create("Sub");
+  submenu->addItem(MenuItem::create("Entry"));
+  item->setSubmenu(submenu);
+  when("shown", shown(), [&] { pointAt(*item); });
+  when("submenu shown", [&] { return isShown(*submenu); }, [&] { control.terminate(); });
+  EXPECT_FALSE(popUp());
+  EXPECT_FALSE(presenter.menuIsOpen());
+  EXPECT_EQ(delegate.heard.back(), "closed");
+  delegate.heard.clear();
+  EXPECT_FALSE(popUp());
+  EXPECT_THAT(delegate.heard, ElementsAre("closed"));
   EXPECT_TRUE(waitUntil({&user}, [&] { return user.grabPointer(); }));
   user.ungrabPointer();
   EXPECT_TRUE(user.grabKeyboard());

@@ -1,0 +1,50 @@
+"""The program is told to end while something modal is up."""
+
+import unittest
+
+from harness.session import SessionTestCase
+
+DENIED = "InputAccessIsDenied"
+
+
+class EndingUnderADialog(SessionTestCase):
+    starts_program = False
+
+    def deny_access(self, denied):
+        values = self.desktop.read_user_defaults() if self.desktop.user_defaults_path.exists() else {}
+        self.desktop.write_user_defaults({**values, DENIED: denied})
+
+    def assert_ends_in_order(self):
+        self.program.terminate()
+        self.assertEqual(self.program.wait(), 0, self.program.output)
+        self.assertTrue(self.probe.wait_unmapped("quillbox"))
+        self.assert_active("Gamma")
+        self.assert_keys_reach(self.gamma)
+        self.assertFalse(self.probe.chord_is_taken("super", "Tab"))
+        self.assertEqual(self.running_programs(), [])
+
+    def test_that_of_the_launch(self):
+        self.desktop.make_new()
+        self.program = self.desktop.start_program()
+        self.wait_for_dialog("Quillbox Installed")
+        self.assert_ends_in_order()
+
+    def test_that_which_tells_of_a_loss(self):
+        self.start_program()
+        self.wait(self.information.exists, "the access is not looked at")
+        self.deny_access(True)
+        self.wait_for_dialog("Quillbox Loss in Functionality")
+        self.assert_ends_in_order()
+
+    def test_that_which_would_start_the_program_anew(self):
+        self.deny_access(True)
+        self.start_program()
+        self.wait(self.information.exists, "the access is not looked at")
+        self.deny_access(False)
+        self.wait_for_dialog("Quillbox Fully Functional")
+        self.assert_ends_in_order()
+        self.assertNotIn("relauncher", self.program.output.lower())
+
+
+if __name__ == "__main__":
+    unittest.main()
