@@ -1,7 +1,9 @@
 #include "Quillbox/Item/Item.h"
 
+#include "Quillbox/Item/DraggingItem.h"
 #include "Quillbox/Item/ItemView.h"
 #include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/rows/TabRow.h"
 #include "QuillboxCommon/views/Animation.h"
 #include "QuillboxCommon/views/RoundedRectangleView.h"
 
@@ -45,7 +47,9 @@ Item::Item(const Rect& frame, const std::string& name)
 
 Item::Item(const Rect& frame, const PropertyList& savedState)
     : Item(std::make_shared<ItemView>(frame), savedState.objectForKey(kItemNameKey).stringValue(),
-           savedState.objectForKey(kItemUniqueIDKey).stringValue()) {}
+           savedState.objectForKey(kItemUniqueIDKey).stringValue()) {
+  isNamed_ = savedState.objectForKey(kItemNameKey).isString();
+}
 
 Item::~Item() {
   if (itemView_ != nullptr) itemView_->setItem(nullptr);
@@ -64,8 +68,10 @@ std::shared_ptr<Item> Item::createFromState(const Rect& frame,
 }
 
 PropertyList Item::state() const {
-  return PropertyList::dictionary(
-      {{std::string(kItemNameKey), name_}, {std::string(kItemUniqueIDKey), uniqueID_}});
+  PropertyList state = PropertyList::dictionary();
+  if (isNamed_) state.setObject(name_, kItemNameKey);
+  state.setObject(uniqueID_, kItemUniqueIDKey);
+  return state;
 }
 
 Image Item::image() const { return itemView_ != nullptr ? itemView_->image() : Image(); }
@@ -110,6 +116,28 @@ void Item::wasSelected() {
 void Item::wasDeselected() {
   selected_ = false;
   dismissPopUpView();
+}
+
+Item::MenuItems Item::configureMenuItems() {
+  MenuItems items;
+  if (removable_) {
+    items.push_back(MenuItem::create(
+        "Remove from Tab Row....",
+        menuAction("removeItemFromTabRowSelected", &Item::removeItemFromTabRowSelected)));
+  }
+  return items;
+}
+
+void Item::removeItemFromTabRowSelected(MenuItem& /*menuItem*/) {
+  if (const auto row = tabRow()) row->removeItemFromTabRow(shared_from_this(), true);
+}
+
+DraggingItem Item::draggingItem() { return {shared_from_this(), view_->frame(), image()}; }
+
+bool Item::receiveDragOperation(const DragOperation& drag,
+                                const std::vector<std::shared_ptr<DragItem>>& dragItems) {
+  const auto row = tabRow();
+  return row && row->receiveDragOperation(drag, dragItems);
 }
 
 void Item::setupForDragOperation(const DragOperation& drag, std::uint32_t dragTypes) {

@@ -11,16 +11,18 @@
 #include "QuillboxCommon/PropertyList.h"
 #include "QuillboxCommon/RunLoop.h"
 #include "QuillboxCommon/views/Image.h"
+#include "QuillboxCommon/views/Menu.h"
 #include "QuillboxCommon/views/View.h"
 
 namespace qb {
 
 class DragOperation;
 class ItemView;
-class Menu;
-class MenuItem;
+class Pasteboard;
 class RoundedRectangleView;
 class TabRow;
+struct DragItem;
+struct DraggingItem;
 
 /// What kind of thing an item is. The values are used across the program and saved.
 enum ItemType : std::int32_t {
@@ -60,7 +62,7 @@ inline constexpr std::string_view kItemUniqueIDKey = "Item Unique ID";
 /// A provider makes its items and owns them; the row only shows them. Each class has static
 /// `create` functions, since what an item starts at once may refer back to it. An item is
 /// registered with the facade for as long as it lives. Main thread.
-class Item : public std::enable_shared_from_this<Item> {
+class Item : public std::enable_shared_from_this<Item>, public MenuItemTarget {
  public:
   /// An item that shows `image`, scaled to the frame, under a new identity.
   static std::shared_ptr<Item> create(const Rect& frame, const Image& image,
@@ -71,7 +73,7 @@ class Item : public std::enable_shared_from_this<Item> {
   /// replaced by a new one.
   static std::shared_ptr<Item> create(std::shared_ptr<View> view, const std::string& name,
                                       const std::string& uniqueID = {});
-  virtual ~Item();
+  ~Item() override;
   Item(const Item&) = delete;
   Item& operator=(const Item&) = delete;
 
@@ -82,13 +84,17 @@ class Item : public std::enable_shared_from_this<Item> {
   virtual std::string description() const { return "Generic Item"; }
   /// The label under the halo; there is none for an empty name.
   const std::string& name() const { return name_; }
-  void setName(const std::string& name) { name_ = name; }
+  void setName(const std::string& name) {
+    name_ = name;
+    isNamed_ = true;
+  }
   /// Never empty.
   const std::string& uniqueID() const { return uniqueID_; }
   void setUniqueID(const std::string& uniqueID) { uniqueID_ = uniqueID; }
   virtual std::string hotKeyIdentifier() const { return uniqueID_; }
   virtual std::string decorationKey() const { return uniqueID_; }
-  /// What is saved of it. Subclasses add their keys to what the base gives.
+  /// What is saved of it: its identity, and its name unless it comes from a state that had none.
+  /// Subclasses add their keys to what the base gives.
   virtual PropertyList state() const;
 
   const std::shared_ptr<View>& view() const { return view_; }
@@ -172,8 +178,10 @@ class Item : public std::enable_shared_from_this<Item> {
 
   // Its menu.
   using MenuItems = std::vector<std::shared_ptr<MenuItem>>;
+  /// Opens its settings.
+  virtual void configure() { dismissPopUpView(); }
   /// Its own entries of the menu that configures it; the row adds those of the provider.
-  virtual MenuItems configureMenuItems() { return {}; }
+  virtual MenuItems configureMenuItems();
   /// That menu is about to open; is open (ten times a second); highlights another of its items, or
   /// none (null); has closed.
   virtual void menuTrackingWillBegin(Menu& /*menu*/) {}
@@ -189,9 +197,30 @@ class Item : public std::enable_shared_from_this<Item> {
   virtual bool canReceiveDragOperation(const DragOperation& /*drag*/, std::uint32_t /*dragTypes*/) {
     return false;
   }
+  /// Takes a drop. True asks for the dismissal of the panel. What an item does not take itself
+  /// falls on its row.
+  virtual bool receiveDragOperation(const DragOperation& drag,
+                                    const std::vector<std::shared_ptr<DragItem>>& dragItems);
   /// A drag begins: an item that cannot take it dims.
   void setupForDragOperation(const DragOperation& drag, std::uint32_t dragTypes);
   void tearDownAfterDragOperation(const DragOperation& drag);
+
+  // Drags out of the panel.
+  /// What is dragged when it is: the item with its picture, at the place of its view.
+  DraggingItem draggingItem();
+  /// The types in which it goes to a pasteboard, the best first. None: it cannot be dragged away.
+  virtual std::vector<std::string> writableTypesForPasteboard(
+      const Pasteboard& /*pasteboard*/) const {
+    return {};
+  }
+  virtual std::uint32_t writingOptionsForType(const std::string& /*type*/,
+                                              const Pasteboard& /*pasteboard*/) const {
+    return 0;
+  }
+  /// Its state, whatever the type.
+  virtual PropertyList pasteboardPropertyListForType(const std::string& /*type*/) const {
+    return state();
+  }
 
   /// What happens to it. Overrides of these call the base.
   virtual void wasSelected();
@@ -201,6 +230,10 @@ class Item : public std::enable_shared_from_this<Item> {
   /// It is about to leave its row for good.
   virtual void willBeRemovedFromTabBar() {}
 
+  // Actions of its menu.
+  /// Takes it from its row, if the user confirms.
+  void removeItemFromTabRowSelected(MenuItem& menuItem);
+
  protected:
   Item(std::shared_ptr<View> view, const std::string& name, const std::string& uniqueID);
   Item(const Rect& frame, const std::string& name);
@@ -209,6 +242,17 @@ class Item : public std::enable_shared_from_this<Item> {
   /// Makes an item of this very class from a saved state: every subclass has its own.
   virtual std::shared_ptr<Item> createFromState(const Rect& frame,
                                                 const PropertyList& savedState) const;
+
+  /// An action of a menu item whose target is this item; it does nothing once the item has gone.
+  template <class T>
+  MenuItem::Action menuAction(std::string name, void (T::*operation)(MenuItem&)) {
+    const std::weak_ptr<T> weakSelf = std::static_pointer_cast<T>(shared_from_this());
+    return {std::move(name),
+            [weakSelf, operation](MenuItem& menuItem) {
+              if (const auto self = weakSelf.lock()) (self.get()->*operation)(menuItem);
+            },
+            weakSelf};
+  }
 
  private:
   std::shared_ptr<View> view_;
@@ -221,7 +265,7 @@ class Item : public std::enable_shared_from_this<Item> {
   std::int64_t index_ = 0, tag_ = 0;
   std::int32_t dragability_ = 0;
   bool selected_ = false, removable_ = false, trashable_ = false, arrangeable_ = false;
-  bool invokable_ = true, canReceiveCurrentDragOperation_ = false;
+  bool invokable_ = true, canReceiveCurrentDragOperation_ = false, isNamed_ = true;
 };
 
 }  // namespace qb

@@ -36,6 +36,10 @@ class ActiveApplicationsProvider : public TabRowProvider, public KeyHandlerTarge
   void createItemsWithSize(Size size) override;
   void gainActiveStatus() override;
   void relinquishActiveStatus() override;
+  /// A running program is nothing that others could take.
+  std::int32_t dragOperationForDraggingSession(DraggingContext /*context*/) override {
+    return DragOperationPrivate;
+  }
   void performKeyAction(const std::string& action, const PropertyList& information) override;
 
   const std::vector<std::shared_ptr<Process>>& processes() const { return processes_; }

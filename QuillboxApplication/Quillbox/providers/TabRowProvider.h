@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "Quillbox/rows/DragOperation.h"
 #include "QuillboxCommon/Geometry.h"
 #include "QuillboxCommon/PropertyList.h"
 #include "QuillboxCommon/views/Event.h"
@@ -106,12 +107,34 @@ class TabRowProvider : public std::enable_shared_from_this<TabRowProvider> {
   virtual bool mouseDown(const Event& /*event*/) { return false; }
   virtual bool mouseUp(const Event& /*event*/) { return false; }
   /// Points of the row's coordinates.
-  virtual bool mouseMoved(Point /*from*/, Point /*to*/) { return false; }
+  virtual bool mouseMovedFromLocation(Point /*from*/, Point /*toLocation*/) { return false; }
   virtual void mouseEnteredTabRow() {}
   virtual void mouseExitedTabRow() {}
 
-  /// The user has begun to drag the item.
+  // Drags over the row.
+  virtual bool isInterestedInDragOperation(const DragOperation& /*drag*/) { return false; }
+  virtual bool canReceiveDragOperation(const DragOperation& /*drag*/, std::uint32_t /*dragTypes*/) {
+    return false;
+  }
+  /// Takes a drop, at a place among its items. True asks for the dismissal of the panel.
+  virtual bool receiveDragOperation(const DragOperation& /*drag*/,
+                                    const std::vector<std::shared_ptr<DragItem>>& /*dragItems*/,
+                                    std::int64_t /*dropIndex*/) {
+    return false;
+  }
+  virtual bool shouldHiliteTabRowOnDragEnter() { return false; }
+  /// Whether the row opens a gap for what is dragged over it.
+  virtual bool canAddItemsToTabRowViaDragOperation(const DragOperation& /*drag*/) { return false; }
+  virtual void dragDidEnterHostTabRow(const DragOperation& /*drag*/) {}
+  virtual void dragDidExitHostTabRow(const DragOperation& /*drag*/) {}
+
+  // Drags of its items.
+  /// Bits of `DragOperationMask`.
+  virtual std::int32_t dragOperationForDraggingSession(DraggingContext /*context*/) {
+    return DragOperationEvery;
+  }
   virtual void itemDidBeginBeingDragged(Item& /*item*/) {}
+  virtual void itemDidEndBeingDragged(Item& /*item*/) {}
 
   // Changes by the user. False stops the step.
   virtual bool removeItemFromTabRow(Item& /*item*/, bool /*confirmation*/) { return true; }
@@ -131,7 +154,7 @@ class TabRowProvider : public std::enable_shared_from_this<TabRowProvider> {
 
   // Its list. Null is ignored.
   void addItem(std::shared_ptr<Item> item);
-  void insertItem(std::shared_ptr<Item> item, std::size_t index);
+  virtual void insertItem(std::shared_ptr<Item> item, std::size_t index);
   /// Intended: appends just as `addItem` does. Nothing calls it.
   void removeItem(std::shared_ptr<Item> item) { addItem(std::move(item)); }
 

@@ -15,10 +15,12 @@
 
 namespace qb {
 
+class DragOperation;
 class HostView;
 class Item;
 class ProviderSelector;
 class TabRowProvider;
+struct DragItem;
 
 /// Who asks for a selection.
 enum SelectionMethod : std::int32_t {
@@ -84,6 +86,10 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
   void itemsHaveChangedWithMaintainSelection(bool maintainSelection, bool maintainScrollOffset);
   /// False when the provider will not have it.
   bool removeItemFromTabRow(const std::shared_ptr<Item>& item, bool confirmation);
+  /// What is dropped on the row goes to its provider, which can have the panel dismissed. Intended:
+  /// false always, since the row has seen to that itself.
+  bool receiveDragOperation(const DragOperation& drag,
+                            const std::vector<std::shared_ptr<DragItem>>& dragItems);
   void showInstructionalMessage(const std::string& message);
   void hideInstructionalMessage();
 

@@ -26,7 +26,7 @@ void TabRow::mouseExited() {
 }
 
 void TabRow::mouseMovedWithinViewFromLocation(Point from, Point to) {
-  if (source().mouseMoved(from, to) || pressHoldsDraggableItem()) return;
+  if (source().mouseMovedFromLocation(from, to) || pressHoldsDraggableItem()) return;
   for (MoreIndicator* indicator : {&leftMoreIndicator_, &rightMoreIndicator_}) {
     if (indicator->isHitBy(to)) {
       indicator->enterHoverState();

@@ -45,6 +45,8 @@ TEST_F(ItemTest, HasItsDefaults) {
   EXPECT_FALSE(item->getBaseIconImage());
   EXPECT_EQ(item->tabRow(), nullptr);
   EXPECT_FALSE(item->representedObject().has_value());
+  EXPECT_TRUE(item->configureMenuItems().empty());
+  EXPECT_FALSE(item->canReceiveCurrentDragOperation());
 }
 
 TEST_F(ItemTest, TypeCodesAndDragabilityBitsHaveTheirValues) {
@@ -156,6 +158,14 @@ TEST_F(ItemTest, ImageFollowsAnAnimatedFrameToItsEnd) {
   platform.runFor(0.3);
   EXPECT_EQ(item->view()->frame(), Rect::make(100, 0, 82, 82));
   EXPECT_EQ(item->image().size(), (Size{82, 82}));
+}
+
+TEST_F(ItemTest, ANameThatWasNeverSavedIsNotSaved) {
+  const auto item = Item::create(cell, PropertyList::dictionary({{"Item Unique ID", "id-1"}}));
+  EXPECT_EQ(item->name(), "");
+  EXPECT_EQ(item->state(), PropertyList::dictionary({{"Item Unique ID", "id-1"}}));
+  item->setName("");
+  EXPECT_EQ(item->state(), savedItem("", "id-1"));
 }
 
 TEST_F(ItemTest, SelectionIsRemembered) {

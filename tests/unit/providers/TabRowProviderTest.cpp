@@ -21,6 +21,7 @@ class TabRowProviderTest : public TabRowFixture {
   }
 
   std::shared_ptr<CallLog> log = std::make_shared<CallLog>();
+  TestDrag drag{DragTypeFileURL};
   std::shared_ptr<TabRowProvider> plain = std::make_shared<TabRowProvider>();
 };
 
@@ -37,7 +38,7 @@ TEST_F(TabRowProviderTest, HasItsDefaults) {
   EXPECT_FALSE(plain->keyDown(Event{}));
   EXPECT_FALSE(plain->mouseDown(Event{}));
   EXPECT_FALSE(plain->mouseUp(Event{}));
-  EXPECT_FALSE(plain->mouseMoved({}, {}));
+  EXPECT_FALSE(plain->mouseMovedFromLocation({}, {}));
   EXPECT_TRUE(plain->removeItemFromTabRow(*one, true));
   EXPECT_TRUE(plain->moveItemToTrash(*one));
   EXPECT_TRUE(plain->confirmProviderChange());
@@ -45,6 +46,12 @@ TEST_F(TabRowProviderTest, HasItsDefaults) {
   EXPECT_TRUE(plain->menuItemsForItemConfigure(*one, {}).empty());
   EXPECT_TRUE(plain->menuItemsForProviderMenu().empty());
   EXPECT_TRUE(plain->menuItemsForConfigure().empty());
+  EXPECT_FALSE(plain->isInterestedInDragOperation(drag));
+  EXPECT_FALSE(plain->canReceiveDragOperation(drag, DragTypeFileURL));
+  EXPECT_FALSE(plain->receiveDragOperation(drag, {}, 0));
+  EXPECT_FALSE(plain->shouldHiliteTabRowOnDragEnter());
+  EXPECT_FALSE(plain->canAddItemsToTabRowViaDragOperation(drag));
+  EXPECT_EQ(plain->dragOperationForDraggingSession(DraggingContext::OutsideApplication), -1);
   EXPECT_EQ(plain->state(), PropertyList::dictionary());
   EXPECT_EQ(plain->initiallySelectedItem(), nullptr);
   EXPECT_EQ(plain->tabRow(), nullptr);

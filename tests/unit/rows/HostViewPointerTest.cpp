@@ -221,7 +221,7 @@ TEST_F(HostViewPointerTest, RowsMayComeWhileTheyHearOfTheMovement) {
   /// Answers the first movement over its row with many rows above it.
   class GrowingProvider : public TestProvider {
    public:
-    bool mouseMoved(Point, Point) override {
+    bool mouseMovedFromLocation(Point, Point) override {
       for (; rowsToAdd > 0; --rowsToAdd) {
         view->createTabRowAtIndex(0, TestProvider::withItems(0), false);
       }

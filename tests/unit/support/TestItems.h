@@ -8,10 +8,21 @@
 
 #include "Quillbox/Item/Item.h"
 #include "Quillbox/providers/TabRowProvider.h"
+#include "Quillbox/rows/DragOperation.h"
 
 namespace qb::test {
 
 using CallLog = std::vector<std::string>;
+
+/// A drag of things of some kinds.
+class TestDrag : public DragOperation {
+ public:
+  explicit TestDrag(std::uint32_t types) : types_(types) {}
+  std::uint32_t dragTypes() const override { return types_; }
+
+ private:
+  std::uint32_t types_;
+};
 
 /// Writes down what is asked of it as "name: operation".
 class TestItem : public Item {
@@ -77,6 +88,7 @@ class TestProvider : public TabRowProvider {
   CallLog log;
   /// The answers to the row's questions.
   bool itemsHaveChanged = false, takesInvocationTab = false, allowsRemoval = true;
+  bool takesDrops = false, dismissesPanelAfterDrops = false;
   bool takesMouseDown = false, takesMouseUp = false, takesMouseMoved = false;
   std::string title = "Test Items";
   /// What the count is more than the items made.
@@ -135,13 +147,21 @@ class TestProvider : public TabRowProvider {
     if (allowsRemoval) std::erase(names, item.name());
     return allowsRemoval;
   }
+  bool canReceiveDragOperation(const DragOperation&, std::uint32_t) override { return takesDrops; }
+  bool receiveDragOperation(const DragOperation&,
+                            const std::vector<std::shared_ptr<DragItem>>& dragItems,
+                            std::int64_t dropIndex) override {
+    log.push_back("receive " + std::to_string(dragItems.size()) + " at " +
+                  std::to_string(dropIndex));
+    return dismissesPanelAfterDrops;
+  }
   bool keyDown(const Event& event) override {
     log.push_back("keyDown " + std::to_string(event.keyCode));
     return true;
   }
   bool mouseDown(const Event&) override { return takesMouseDown; }
   bool mouseUp(const Event&) override { return takesMouseUp; }
-  bool mouseMoved(Point, Point) override { return takesMouseMoved; }
+  bool mouseMovedFromLocation(Point, Point) override { return takesMouseMoved; }
   void mouseEnteredTabRow() override { log.push_back("mouseEntered"); }
   void mouseExitedTabRow() override { log.push_back("mouseExited"); }
 };

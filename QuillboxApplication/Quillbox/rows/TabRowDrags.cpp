@@ -1,0 +1,18 @@
+// What is dragged over a row.
+
+#include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/providers/TabRowProvider.h"
+#include "Quillbox/rows/TabRow.h"
+
+namespace qb {
+
+bool TabRow::receiveDragOperation(const DragOperation& drag,
+                                  const std::vector<std::shared_ptr<DragItem>>& dragItems) {
+  // With no gap opened for it, it goes before the last: what stands there may be a button.
+  const std::int64_t dropIndex = numberOfItems() - 1;
+  if (!source().canReceiveDragOperation(drag, drag.dragTypes())) return false;
+  if (source().receiveDragOperation(drag, dragItems, dropIndex)) quillbox->dismissQuillbox();
+  return false;
+}
+
+}  // namespace qb
