@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "PlatformDesktop/dialogs/DialogColors.h"
 #include "PlatformDesktop/graphics/DesktopIcons.h"
 
 namespace qb {
@@ -26,6 +27,8 @@ int screenNumber(xcb_connection_t* connection) {
   if (xcb_parse_display(nullptr, &host, &display, &screen)) std::free(host);
   return screen < xcb_setup_roots_length(xcb_get_setup(connection)) ? screen : 0;
 }
+
+void adoptColors(bool dark) { (dark ? DialogColors::dark() : DialogColors::light()).adopt(); }
 
 }  // namespace
 
@@ -62,6 +65,8 @@ DesktopPlatform::DesktopPlatform(const ScreenFormats& formats)
       userDefaults_(fileSystem_),
       userNotifications_(sessionBus_, processes_) {
   runLoopHost_.setRunLoop(runLoop_.get());
+  adoptColors(colorScheme_.isDark());
+  colorScheme_.setObserver(adoptColors);
   catalogue_.setChangeObserver([this] { graphics_.forgetIcons(); });
 }
 

@@ -5,7 +5,6 @@
 #include <variant>
 
 #include "Platform/Platform.h"
-#include "PlatformDesktop/dialogs/ColorScheme.h"
 #include "PlatformDesktop/dialogs/DesktopDialogs.h"
 #include "PlatformDesktop/displays/DesktopDisplays.h"
 #include "PlatformDesktop/files/DesktopFileSystem.h"
@@ -16,7 +15,7 @@
 #include "PlatformDesktop/processes/DesktopProcesses.h"
 #include "PlatformDesktop/processes/DesktopWorkspace.h"
 #include "PlatformDesktop/runloop/QtRunLoopHost.h"
-#include "PlatformDesktop/session/DesktopAppearance.h"
+#include "PlatformDesktop/session/ColorScheme.h"
 #include "PlatformDesktop/session/DesktopApplicationControl.h"
 #include "PlatformDesktop/session/DesktopArchiver.h"
 #include "PlatformDesktop/session/DesktopDistributedNotifications.h"
@@ -97,7 +96,6 @@ class DesktopPlatform : public Platform {
   DesktopDialogs dialogs_;
   DesktopMenuPresenter menuPresenter_;
   SessionBus sessionBus_;
-  DesktopAppearance appearance_{sessionBus_};
   ColorScheme colorScheme_{sessionBus_};
   DesktopApplicationControl applicationControl_;
   DesktopArchiver archiver_;

@@ -1,16 +1,8 @@
 #include "QuillboxPreferences/Theme.h"
 
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
-#include <QDBusVariant>
 #include <QPalette>
 #include <QStyleFactory>
-#include <utility>
-
-#include "PlatformDesktop/session/SessionBus.h"
 
 namespace qb {
 
@@ -105,35 +97,6 @@ void applyTheme(QApplication& application, bool dark) {
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   QApplication::setPalette(paletteOf(theme));
   application.setStyleSheet(styleSheetOf(theme));
-}
-
-bool desktopIsDark() {
-  const QString wish = qEnvironmentVariable("QUILLBOX_THEME");
-  if (!wish.isEmpty()) return wish == QStringLiteral("dark");
-  const QPalette palette = QApplication::palette();
-  return palette.color(QPalette::Window).lightness() <
-         palette.color(QPalette::WindowText).lightness();
-}
-
-void askDesktopForDark(SessionBus& bus, std::function<void(bool)> answer) {
-  if (qEnvironmentVariableIsSet("QUILLBOX_THEME")) return;
-  bus.whenConnected([answer = std::move(answer)](QDBusConnection& connection) {
-    QDBusMessage question = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.portal.Desktop"),
-        QStringLiteral("/org/freedesktop/portal/desktop"),
-        QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
-    question << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
-    auto* const watcher = new QDBusPendingCallWatcher(connection.asyncCall(question), qApp);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, answer] {
-      const QDBusPendingReply<QDBusVariant> reply = *watcher;
-      watcher->deleteLater();
-      if (reply.isError()) return;
-      // A variant in a variant: 1 prefers dark, 2 light, 0 does not care.
-      QVariant value = reply.value().variant();
-      if (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
-      if (value.toUInt() != 0) answer(value.toUInt() == 1);
-    });
-  });
 }
 
 }  // namespace qb

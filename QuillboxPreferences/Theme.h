@@ -2,13 +2,10 @@
 
 #include <QColor>
 #include <QString>
-#include <functional>
 
 class QApplication;
 
 namespace qb {
-
-class SessionBus;
 
 /// The program's colours, for a light and a dark desktop.
 struct Theme {
@@ -23,11 +20,5 @@ struct Theme {
 
 /// Gives the whole application that look. May be called again when the desktop's mood changes.
 void applyTheme(QApplication& application, bool dark);
-/// What can be told at once: "QUILLBOX_THEME" in the environment, "light" or "dark", or else the
-/// palette that Qt has found.
-bool desktopIsDark();
-/// Asks the desktop's portal which mood the user prefers; calls `answer` when it says so, and never
-/// where there is no portal or the environment has spoken.
-void askDesktopForDark(SessionBus& bus, std::function<void(bool)> answer);
 
 }  // namespace qb

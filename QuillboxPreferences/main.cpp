@@ -6,6 +6,7 @@
 #include <clocale>
 
 #include "PlatformDesktop/StandardErrorLog.h"
+#include "PlatformDesktop/session/ColorScheme.h"
 #include "QuillboxPreferences/PreferencesModel.h"
 #include "QuillboxPreferences/PreferencesWindow.h"
 #include "QuillboxPreferences/SingleInstance.h"
@@ -30,14 +31,15 @@ int main(int argc, char** argv) {
   const QString page = parser.value(pageOption);
   if (qb::SingleInstance::handOver(page)) return 0;
 
-  qb::applyTheme(application, qb::desktopIsDark());
   qb::PreferencesModel model;
+  qb::ColorScheme scheme(model.bus());
+  qb::applyTheme(application, scheme.isDark());
   qb::PreferencesWindow window(model);
   const qb::SingleInstance instance([&window](const QString& wish) {
     window.showPage(wish);
     window.comeForward();
   });
-  qb::askDesktopForDark(model.bus(), [&application, &window](bool dark) {
+  scheme.setObserver([&application, &window](bool dark) {
     qb::applyTheme(application, dark);
     window.refresh();
   });

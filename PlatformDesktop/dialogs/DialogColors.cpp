@@ -1,6 +1,6 @@
 #include "PlatformDesktop/dialogs/DialogColors.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 
 namespace qb {
 
@@ -44,9 +44,11 @@ const DialogColors& DialogColors::dark() {
 }
 
 const DialogColors& DialogColors::current() {
-  const QColor window = QGuiApplication::palette().color(QPalette::Window);
+  const QColor window = QApplication::palette().color(QPalette::Window);
   return window.lightness() < darkLightness ? dark() : light();
 }
+
+void DialogColors::adopt() const { QApplication::setPalette(palette()); }
 
 QPalette DialogColors::palette() const {
   QPalette palette;

@@ -16,6 +16,8 @@ struct DialogColors {
   /// Those that go with the application's palette as it is now.
   static const DialogColors& current();
 
+  /// Makes these the application's, dialogs and menus that are open included.
+  void adopt() const;
   QPalette palette() const;
   /// For the controls that Qt draws.
   QString styleSheet() const;

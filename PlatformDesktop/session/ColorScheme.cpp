@@ -1,12 +1,13 @@
-#include "PlatformDesktop/dialogs/ColorScheme.h"
+#include "PlatformDesktop/session/ColorScheme.h"
 
-#include <QApplication>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+#include <QGuiApplication>
+#include <QPalette>
 #include <QSettings>
+#include <utility>
 
-#include "PlatformDesktop/dialogs/DialogColors.h"
 #include "PlatformDesktop/graphics/QtConversions.h"
 #include "PlatformDesktop/processes/DesktopFolders.h"
 
@@ -27,6 +28,11 @@ bool isDarkThemeName(const QString& name) {
          name.endsWith(QLatin1String("-dark"), Qt::CaseInsensitive);
 }
 
+bool isDarkPalette(const QPalette& palette) {
+  return palette.color(QPalette::Window).lightness() <
+         palette.color(QPalette::WindowText).lightness();
+}
+
 /// The portal wraps the value once or twice, by its age.
 uint unwrapped(QVariant value) {
   while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
@@ -35,8 +41,14 @@ uint unwrapped(QVariant value) {
 
 }  // namespace
 
-ColorScheme::ColorScheme(SessionBus& bus) : light_(QApplication::palette()) {
-  setDark(gtkPrefersDark());
+ColorScheme::ColorScheme(SessionBus& bus)
+    : isDarkByToolkits_(gtkPrefersDark() || isDarkPalette(QGuiApplication::palette())),
+      isDark_(isDarkByToolkits_) {
+  const QString wish = qEnvironmentVariable("QUILLBOX_THEME");
+  if (!wish.isEmpty()) {
+    isDark_ = wish == QStringLiteral("dark");
+    return;
+  }
   bus.whenConnected([this](QDBusConnection& connection) { ask(connection); });
 }
 
@@ -75,12 +87,9 @@ void ColorScheme::settingChanged(const QDBusMessage& message) {
 }
 
 void ColorScheme::apply(uint preference) {
-  setDark(preference == preferDark || (preference != preferLight && gtkPrefersDark()));
-}
-
-void ColorScheme::setDark(bool dark) {
-  const QPalette palette = dark ? DialogColors::dark().palette() : light_;
-  if (palette != QApplication::palette()) QApplication::setPalette(palette);
+  const bool dark = preference == preferDark || (preference != preferLight && isDarkByToolkits_);
+  if (dark == std::exchange(isDark_, dark)) return;
+  if (observer_) observer_(dark);
 }
 
 }  // namespace qb
