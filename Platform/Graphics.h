@@ -2,7 +2,10 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "QuillboxCommon/views/Canvas.h"
 #include "QuillboxCommon/views/Image.h"
 #include "QuillboxCommon/views/Text.h"
 
@@ -14,6 +17,13 @@ class Graphics : public TextMeasurer {
   /// An image of the program's own resources by its name without extension; an empty one when
   /// there is none of that name.
   virtual Image imageNamed(const std::string& name) = 0;
+  /// The names, in the order of their bytes, of those images that begin with `prefix`.
+  virtual std::vector<std::string> imageNames(std::string_view prefix) const = 0;
+  /// A picture of that many points, made by `draw` on a canvas with the origin at the picture's top
+  /// left; an empty one for an empty size. Intended: `draw` is kept and runs when and as often as
+  /// the picture is wanted in another resolution, at once or never. So it owns what it draws, and
+  /// draws the same each time.
+  virtual Image imageWithSize(Size size, std::function<void(Canvas&)> draw) = 0;
   /// The icon of a file or application. Answers at once, never touches the disk on the way: what it
   /// has, or a generic icon; the true one then comes through `update` (if given) on the main
   /// thread, once, and is kept for the next time.

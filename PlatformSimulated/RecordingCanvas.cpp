@@ -1,12 +1,14 @@
 #include "PlatformSimulated/RecordingCanvas.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <utility>
 
 namespace qb {
 
-RecordingCanvas::RecordingCanvas(const Rect& dirty, double alpha) : state_{{}, dirty, alpha} {}
+RecordingCanvas::RecordingCanvas(const Rect& dirty, double alpha)
+    : state_{{}, dirty, alpha, {1, 1}, {}} {}
 
 void RecordingCanvas::save() { saved_.push_back(state_); }
 
@@ -16,9 +18,11 @@ void RecordingCanvas::restore() {
   saved_.pop_back();
 }
 
-void RecordingCanvas::translate(double dx, double dy) {
-  state_.origin.x += dx;
-  state_.origin.y += dy;
+void RecordingCanvas::translate(double dx, double dy) { state_.origin = absolute(Point{dx, dy}); }
+
+void RecordingCanvas::scale(double sx, double sy) {
+  state_.scale.width *= sx;
+  state_.scale.height *= sy;
 }
 
 void RecordingCanvas::clip(const Rect& rect) {
@@ -27,16 +31,24 @@ void RecordingCanvas::clip(const Rect& rect) {
 
 void RecordingCanvas::multiplyAlpha(double alpha) { state_.alpha *= alpha; }
 
+void RecordingCanvas::setShadow(const Shadow& shadow) { state_.shadow = shadow; }
+
 bool RecordingCanvas::needsDrawing(const Rect& rect) const {
   return intersects(state_.clip, absolute(rect));
 }
 
 void RecordingCanvas::fill(const Rect& rect, const Color& color) {
+  fillUsingOperation(rect, color, CompositingOperation::SourceOver);
+}
+
+void RecordingCanvas::fillUsingOperation(const Rect& rect, const Color& color,
+                                         CompositingOperation compositing) {
   if (!needsDrawing(rect)) return;
   DrawOperation operation;
   operation.kind = DrawOperation::Kind::FillRect;
   operation.rect = absolute(rect);
   operation.color = color;
+  operation.operation = compositing;
   record(std::move(operation));
 }
 
@@ -46,6 +58,7 @@ void RecordingCanvas::fill(const Path& path, const Color& color) {
   operation.kind = DrawOperation::Kind::FillPath;
   operation.path = absolute(path);
   operation.color = color;
+  operation.shadow = state_.shadow;
   record(std::move(operation));
 }
 
@@ -68,6 +81,7 @@ void RecordingCanvas::drawImage(const Image& image, const Rect& rect,
   operation.image = image;
   operation.operation = compositing;
   operation.fraction = fraction;
+  operation.shadow = state_.shadow;
   record(std::move(operation));
 }
 
@@ -100,10 +114,23 @@ std::vector<std::string> RecordingCanvas::texts() const {
   return all;
 }
 
+Point RecordingCanvas::absolute(Point point) const {
+  return {state_.origin.x + point.x * state_.scale.width,
+          state_.origin.y + point.y * state_.scale.height};
+}
+
+Rect RecordingCanvas::absolute(const Rect& rect) const {
+  const auto [sx, sy] = state_.scale;
+  const Point corner =
+      absolute(Point{sx < 0 ? rect.maxX() : rect.x(), sy < 0 ? rect.maxY() : rect.y()});
+  return {corner, {rect.width() * std::abs(sx), rect.height() * std::abs(sy)}};
+}
+
 Path RecordingCanvas::absolute(const Path& path) const {
+  const bool flippedX = state_.scale.width < 0, flippedY = state_.scale.height < 0;
   Path moved;
   for (const Path::Element& element : path.elements()) {
-    const Point point{element.point.x + state_.origin.x, element.point.y + state_.origin.y};
+    const Point point = absolute(element.point);
     switch (element.kind) {
       case Path::Element::Kind::Move:
         moved.moveTo(point);
@@ -112,7 +139,10 @@ Path RecordingCanvas::absolute(const Path& path) const {
         moved.lineTo(point);
         break;
       case Path::Element::Kind::Arc:
-        moved.arc(point, element.radius, element.startAngle, element.sweepAngle);
+        moved.arc(point, element.radius * std::abs(state_.scale.width),
+                  (flippedX ? 180 : 0) +
+                      (flippedX != flippedY ? -element.startAngle : element.startAngle),
+                  flippedX != flippedY ? -element.sweepAngle : element.sweepAngle);
         break;
       case Path::Element::Kind::Close:
         moved.close();
@@ -124,6 +154,8 @@ Path RecordingCanvas::absolute(const Path& path) const {
 
 void RecordingCanvas::record(DrawOperation operation) {
   operation.alpha = state_.alpha;
+  operation.flippedHorizontally = state_.scale.width < 0;
+  operation.flippedVertically = state_.scale.height < 0;
   operations_.push_back(std::move(operation));
 }
 

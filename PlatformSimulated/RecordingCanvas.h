@@ -8,7 +8,8 @@
 namespace qb {
 
 /// One thing drawn: positions from the top left of the window, whatever was translated, and the
-/// opacity that all `multiplyAlpha` around it come to. Only the fields of its kind are set.
+/// opacity that all `multiplyAlpha` around it come to. Only the fields of its kind are set. Line
+/// widths and fonts stay what they were, however much was scaled.
 struct DrawOperation {
   enum class Kind { FillRect, FillPath, StrokePath, Image, Text };
   Kind kind = Kind::FillRect;
@@ -23,6 +24,10 @@ struct DrawOperation {
   Font font;
   TextAlignment alignment = TextAlignmentLeft;
   double alpha = 1;
+  /// Of images and filled paths.
+  Shadow shadow;
+  /// It was drawn while an odd number of flips along that axis was in force.
+  bool flippedHorizontally = false, flippedVertically = false;
   friend bool operator==(const DrawOperation&, const DrawOperation&) = default;
 };
 
@@ -36,10 +41,14 @@ class RecordingCanvas : public Canvas {
   void save() override;
   void restore() override;
   void translate(double dx, double dy) override;
+  void scale(double sx, double sy) override;
   void clip(const Rect& rect) override;
   void multiplyAlpha(double alpha) override;
+  void setShadow(const Shadow& shadow) override;
   bool needsDrawing(const Rect& rect) const override;
   void fill(const Rect& rect, const Color& color) override;
+  void fillUsingOperation(const Rect& rect, const Color& color,
+                          CompositingOperation operation) override;
   void fill(const Path& path, const Color& color) override;
   void stroke(const Path& path, const Color& color, double lineWidth) override;
   void drawImage(const Image& image, const Rect& rect, CompositingOperation operation,
@@ -60,8 +69,11 @@ class RecordingCanvas : public Canvas {
     Point origin;
     Rect clip;
     double alpha = 1;
+    Size scale{1, 1};
+    Shadow shadow;
   };
-  Rect absolute(const Rect& rect) const { return offset(rect, state_.origin.x, state_.origin.y); }
+  Point absolute(Point point) const;
+  Rect absolute(const Rect& rect) const;
   Path absolute(const Path& path) const;
   void record(DrawOperation operation);
 

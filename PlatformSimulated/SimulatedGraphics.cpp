@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace qb {
@@ -13,6 +14,17 @@ constexpr Size iconSize{128, 128};
 constexpr double widthOfCharacter = 0.5;
 constexpr double heightOfLine = 1.2;
 
+/// A picture that was drawn, as the record of the drawing.
+class DrawnImageSource : public SimulatedImageSource {
+ public:
+  DrawnImageSource(Size size, std::vector<DrawOperation> operations)
+      : SimulatedImageSource("drawn", size), operations_(std::move(operations)) {}
+  const std::vector<DrawOperation>& operations() const { return operations_; }
+
+ private:
+  std::vector<DrawOperation> operations_;
+};
+
 Image makeImage(const std::string& name, Size size) {
   return Image(std::make_shared<SimulatedImageSource>(name, size));
 }
@@ -22,6 +34,11 @@ Image makeImage(const std::string& name, Size size) {
 std::string simulatedImageName(const Image& image) {
   const auto* source = dynamic_cast<const SimulatedImageSource*>(image.source().get());
   return source == nullptr ? std::string() : source->name();
+}
+
+std::vector<DrawOperation> simulatedImageOperations(const Image& image) {
+  const auto* source = dynamic_cast<const DrawnImageSource*>(image.source().get());
+  return source == nullptr ? std::vector<DrawOperation>() : source->operations();
 }
 
 Size SimulatedGraphics::measureText(std::string_view text, const Font& font) const {
@@ -45,6 +62,21 @@ Image SimulatedGraphics::imageNamed(const std::string& name) {
     image = makeImage(name, size == sizes_.end() ? defaultImageSize : size->second);
   }
   return image;
+}
+
+std::vector<std::string> SimulatedGraphics::imageNames(std::string_view prefix) const {
+  std::vector<std::string> names;
+  std::copy_if(names_.begin(), names_.end(), std::back_inserter(names),
+               [prefix](const std::string& name) { return name.starts_with(prefix); });
+  return names;
+}
+
+Image SimulatedGraphics::imageWithSize(Size size, std::function<void(Canvas&)> draw) {
+  const Rect all{{0, 0}, size};
+  if (all.isEmpty()) return {};
+  RecordingCanvas canvas(all);
+  draw(canvas);
+  return Image(std::make_shared<DrawnImageSource>(size, canvas.operations()));
 }
 
 Image SimulatedGraphics::iconForFile(const std::string& path,

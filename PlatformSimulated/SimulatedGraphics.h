@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Platform/Graphics.h"
+#include "PlatformSimulated/RecordingCanvas.h"
 #include "PlatformSimulated/SimulatedRunLoopHost.h"
 
 namespace qb {
@@ -26,6 +27,8 @@ class SimulatedImageSource : public ImageSource {
 
 /// The name of a simulated image; empty for an empty one.
 std::string simulatedImageName(const Image& image);
+/// What was drawn to make an image of `imageWithSize`; nothing for any other.
+std::vector<DrawOperation> simulatedImageOperations(const Image& image);
 
 /// Text as wide as half its font size for each character and 1.2 font sizes high, and images by
 /// name.
@@ -38,11 +41,16 @@ class SimulatedGraphics : public Graphics {
   /// Every name is known but those set missing; 32 by 32 points unless set otherwise. The same
   /// name gives the same image.
   Image imageNamed(const std::string& name) override;
+  /// Those given by `setImageNames`; at first none.
+  std::vector<std::string> imageNames(std::string_view prefix) const override;
+  /// An image named "drawn". Draws once, at once; see `simulatedImageOperations`.
+  Image imageWithSize(Size size, std::function<void(Canvas&)> draw) override;
   /// An image named "icon:PATH"; until it has been delivered, one named "generic icon". Both have
   /// 128 by 128 points. Delivery is due at once, unless held.
   Image iconForFile(const std::string& path, std::function<void(const Image&)> update) override;
 
   void setImageSize(const std::string& name, Size size);
+  void setImageNames(std::set<std::string> names) { names_ = std::move(names); }
   void setImageMissing(const std::string& name) { missing_.insert(name); }
 
   /// While held, icons wait for `deliverIcons`.
@@ -59,7 +67,7 @@ class SimulatedGraphics : public Graphics {
 
   SimulatedRunLoopHost& host_;
   std::map<std::string, Size> sizes_;
-  std::set<std::string> missing_;
+  std::set<std::string> missing_, names_;
   std::map<std::string, Image> images_;
   std::map<std::string, Image> icons_;
   std::map<std::string, int> iconRequests_;

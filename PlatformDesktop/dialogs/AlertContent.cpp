@@ -14,7 +14,7 @@
 #include <cmath>
 
 #include "PlatformDesktop/dialogs/WrappedText.h"
-#include "PlatformDesktop/graphics/PixelImage.h"
+#include "PlatformDesktop/graphics/DesktopImage.h"
 #include "PlatformDesktop/graphics/QtConversions.h"
 
 namespace qb {
@@ -39,7 +39,7 @@ class PictureView : public QWidget {
     QPainter painter(this);
     const QRectF place((width() - imageSize_.width) / 2, (height() - imageSize_.height) / 2,
                        imageSize_.width, imageSize_.height);
-    if (const auto* pixels = dynamic_cast<const PixelImage*>(image_.source().get())) {
+    if (const auto* pixels = dynamic_cast<const DesktopImage*>(image_.source().get())) {
       const QSize size = (place.size() * devicePixelRatioF()).toSize();
       painter.drawImage(place, pixels->scaled(size));
     }

@@ -1,5 +1,6 @@
 #include "PlatformDesktop/graphics/DesktopGraphics.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFontMetricsF>
 #include <QPainter>
@@ -23,17 +24,15 @@ constexpr double iconEdge = 128;
 constexpr double largestIconEdge = 192;
 constexpr Size iconSize{iconEdge, iconEdge};
 
-/// A picture that is compiled into the program.
-std::shared_ptr<const PixelImage> resourceImage(const QString& file, double scale) {
-  QFile resource(file);
+/// Where the build puts the pictures that are compiled into the program.
+constexpr char resourceFolder[] = ":/quillbox/images/";
+constexpr char resourceExtension[] = ".svg";
+
+std::shared_ptr<const SvgImage> resourceImage(const std::string& name) {
+  QFile resource(resourceFolder + qtString(name) + resourceExtension);
   if (!resource.open(QIODevice::ReadOnly)) return nullptr;
   const QByteArray svg = resource.readAll();
-  const QSize points = sizeOfSvg(svg);
-  // Twice the pixels that it needs at its own size, for use at larger ones.
-  const QImage image = renderSvg(svg, points * (2 * scale));
-  if (image.isNull()) return nullptr;
-  return std::make_shared<const PixelImage>(
-      image, Size{static_cast<double>(points.width()), static_cast<double>(points.height())});
+  return sizeOfSvg(svg).isEmpty() ? nullptr : std::make_shared<const SvgImage>(svg);
 }
 
 /// Icons fill a square; others stand in the middle of one.
@@ -68,9 +67,24 @@ Size DesktopGraphics::measureText(std::string_view text, const Font& font) const
 Image DesktopGraphics::imageNamed(const std::string& name) {
   const auto [known, isNew] = named_.try_emplace(name);
   if (isNew) {
-    known->second = Image(resourceImage(":/quillbox/images/" + qtString(name) + ".svg", scale_));
+    known->second = Image(resourceImage(name));
   }
   return known->second;
+}
+
+std::vector<std::string> DesktopGraphics::imageNames(std::string_view prefix) const {
+  const QString pattern = qtString(prefix) + '*' + resourceExtension;
+  std::vector<std::string> names;
+  for (const QFileInfo& file : QDir(resourceFolder).entryInfoList({pattern}, QDir::Files)) {
+    names.push_back(file.completeBaseName().toStdString());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+Image DesktopGraphics::imageWithSize(Size size, std::function<void(Canvas&)> draw) {
+  if (Rect{{0, 0}, size}.isEmpty()) return {};
+  return Image(std::make_shared<const DrawnImage>(size, std::move(draw)));
 }
 
 Image DesktopGraphics::iconForFile(const std::string& path,

@@ -33,6 +33,8 @@ class DesktopGraphics : public Graphics {
 
   Size measureText(std::string_view text, const Font& font) const override;
   Image imageNamed(const std::string& name) override;
+  std::vector<std::string> imageNames(std::string_view prefix) const override;
+  Image imageWithSize(Size size, std::function<void(Canvas&)> draw) override;
   Image iconForFile(const std::string& path, std::function<void(const Image&)> update) override;
 
   /// Icons asked for from now on are looked up anew: the theme or an application has changed. What

@@ -4,8 +4,9 @@
 #include <QPainterPath>
 #include <cmath>
 
-#include "PlatformDesktop/graphics/PixelImage.h"
+#include "PlatformDesktop/graphics/DesktopImage.h"
 #include "PlatformDesktop/graphics/QtConversions.h"
+#include "PlatformDesktop/graphics/ShadowPicture.h"
 
 namespace qb {
 
@@ -26,6 +27,16 @@ QPainterPath qtPath(const Path& path) {
         begun = true;
         break;
       case Path::Element::Kind::Arc: {
+        if (element.radius <= 0) {
+          // Qt leaves it out; it is still a corner.
+          if (begun) {
+            result.lineTo(point);
+          } else {
+            result.moveTo(point);
+          }
+          begun = true;
+          break;
+        }
         // Qt counts angles the other way round. An outline that begins with an arc begins on it.
         const QRectF circle(point.x() - element.radius, point.y() - element.radius,
                             2 * element.radius, 2 * element.radius);
@@ -50,6 +61,8 @@ QPainter::CompositionMode compositionMode(CompositingOperation operation) {
       return QPainter::CompositionMode_SourceAtop;
     case CompositingOperation::DestinationOut:
       return QPainter::CompositionMode_DestinationOut;
+    case CompositingOperation::DestinationOver:
+      return QPainter::CompositionMode_DestinationOver;
     case CompositingOperation::SourceOver:
       break;
   }
@@ -58,6 +71,11 @@ QPainter::CompositionMode compositionMode(CompositingOperation operation) {
 
 /// Whole device pixels around a rectangle, with the fringe that antialiasing may reach.
 QRect pixelsAround(const QRectF& rect) { return rect.toAlignedRect(); }
+
+Rect boundsOf(const QPainterPath& outline) {
+  const QRectF bounds = outline.boundingRect();
+  return Rect::make(bounds.x(), bounds.y(), bounds.width(), bounds.height());
+}
 
 }  // namespace
 
@@ -72,8 +90,13 @@ QPainterCanvas::QPainterCanvas(QImage& target, const QRegion& region, double sca
 }
 
 QRectF QPainterCanvas::deviceRect(const Rect& rect) const {
-  return {(rect.x() + state_.dx) * scale_, (rect.y() + state_.dy) * scale_, rect.width() * scale_,
-          rect.height() * scale_};
+  return QRectF(devicePoint(rect.x(), rect.y()),
+                QSizeF(rect.width() * state_.sx, rect.height() * state_.sy) * scale_)
+      .normalized();
+}
+
+QPointF QPainterCanvas::devicePoint(double x, double y) const {
+  return {(x * state_.sx + state_.dx) * scale_, (y * state_.sy + state_.dy) * scale_};
 }
 
 void QPainterCanvas::touch(const QRectF& rect) {
@@ -99,8 +122,14 @@ void QPainterCanvas::restore() {
 
 void QPainterCanvas::translate(double dx, double dy) {
   painter_.translate(dx, dy);
-  state_.dx += dx;
-  state_.dy += dy;
+  state_.dx += dx * state_.sx;
+  state_.dy += dy * state_.sy;
+}
+
+void QPainterCanvas::scale(double sx, double sy) {
+  painter_.scale(sx, sy);
+  state_.sx *= sx;
+  state_.sy *= sy;
 }
 
 void QPainterCanvas::clip(const Rect& rect) {
@@ -112,6 +141,8 @@ void QPainterCanvas::multiplyAlpha(double alpha) {
   state_.alpha *= alpha;
   painter_.setOpacity(state_.alpha);
 }
+
+void QPainterCanvas::setShadow(const Shadow& shadow) { state_.shadow = shadow; }
 
 bool QPainterCanvas::needsDrawing(const Rect& rect) const {
   if (state_.alpha <= 0) return false;
@@ -125,20 +156,27 @@ void QPainterCanvas::fill(const Rect& rect, const Color& color) {
   painter_.fillRect(qtRect(rect), qtColor(color));
 }
 
+void QPainterCanvas::fillUsingOperation(const Rect& rect, const Color& color,
+                                        CompositingOperation operation) {
+  if (rect.isEmpty()) return;
+  touch(deviceRect(rect));
+  painter_.setCompositionMode(compositionMode(operation));
+  painter_.fillRect(qtRect(rect), qtColor(color));
+  painter_.setCompositionMode(QPainter::CompositionMode_SourceOver);
+}
+
 void QPainterCanvas::fill(const Path& path, const Color& color) {
   if (color.alpha() <= 0) return;
   const QPainterPath outline = qtPath(path);
-  touch(deviceRect(Rect::make(outline.boundingRect().x(), outline.boundingRect().y(),
-                              outline.boundingRect().width(), outline.boundingRect().height())));
+  if (state_.shadow.color.alpha() > 0) drawShadow(outline, qtColor(color));
+  touch(deviceRect(boundsOf(outline)));
   painter_.fillPath(outline, qtColor(color));
 }
 
 void QPainterCanvas::stroke(const Path& path, const Color& color, double lineWidth) {
   if (color.alpha() <= 0 || lineWidth <= 0) return;
   const QPainterPath outline = qtPath(path);
-  const QRectF bounds = outline.boundingRect();
-  touch(deviceRect(inset(Rect::make(bounds.x(), bounds.y(), bounds.width(), bounds.height()),
-                         -lineWidth, -lineWidth)));
+  touch(deviceRect(inset(boundsOf(outline), -lineWidth, -lineWidth)));
   painter_.strokePath(outline, QPen(qtColor(color), lineWidth));
 }
 
@@ -152,17 +190,41 @@ void QPainterCanvas::drawPixels(const QImage& image, const QPoint& corner, doubl
   painter_.setWorldTransform(transform);
 }
 
+void QPainterCanvas::drawShadow(const QImage& image, const QPoint& corner, double opacity) {
+  const ShadowPicture shadow(image, qtColor(state_.shadow.color),
+                             state_.shadow.blurRadius * scale_);
+  const QPointF offset = QPointF(state_.shadow.offset.x, state_.shadow.offset.y) * scale_;
+  drawPixels(shadow.picture(), corner + shadow.corner() + offset.toPoint(), opacity);
+}
+
+void QPainterCanvas::drawShadow(const QPainterPath& outline, const QColor& color) {
+  const QRect pixels = pixelsAround(deviceRect(boundsOf(outline)));
+  if (pixels.isEmpty()) return;
+  QImage image(pixels.size(), QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.translate(-pixels.topLeft());
+  painter.setWorldTransform(painter_.worldTransform(), true);
+  painter.fillPath(outline, color);
+  painter.end();
+  drawShadow(image, pixels.topLeft(), 1);
+}
+
 void QPainterCanvas::drawImage(const Image& image, const Rect& rect, CompositingOperation operation,
                                double fraction) {
-  const auto source = std::dynamic_pointer_cast<const PixelImage>(image.source());
+  const auto source = std::dynamic_pointer_cast<const DesktopImage>(image.source());
   if (!source || rect.isEmpty()) return;
   const QRectF target = deviceRect(rect);
   const QPoint corner(static_cast<int>(std::lround(target.x())),
                       static_cast<int>(std::lround(target.y())));
   const QSize size(static_cast<int>(std::lround(target.width())),
                    static_cast<int>(std::lround(target.height())));
+  QImage pixels = source->scaled(size.expandedTo({1, 1}));
+  if (state_.sx < 0 || state_.sy < 0) pixels = pixels.mirrored(state_.sx < 0, state_.sy < 0);
+  if (state_.shadow.color.alpha() > 0) drawShadow(pixels, corner, fraction);
   painter_.setCompositionMode(compositionMode(operation));
-  drawPixels(source->scaled(size.expandedTo({1, 1})), corner, fraction);
+  drawPixels(pixels, corner, fraction);
   painter_.setCompositionMode(QPainter::CompositionMode_SourceOver);
 }
 
@@ -185,9 +247,16 @@ void QPainterCanvas::drawLine(std::string_view line, double top, const Rect& rec
     left += alignment == TextAlignmentCenter ? room / 2 : room;
   }
   const TextCache::Line& picture = texts_.line(line, font, color, scale_);
+  if (state_.sx != 1 || state_.sy != 1) {
+    // Only in pictures: there a line may be stretched.
+    const QRectF place(QPointF(left, top) + QPointF(picture.offset) / scale_,
+                       QSizeF(picture.image.size()) / scale_);
+    touch(deviceRect(Rect::make(place.x(), place.y(), place.width(), place.height())));
+    painter_.drawImage(place, picture.image);
+    return;
+  }
   // On whole device pixels: labels stay crisp wherever a row stands.
-  const QPoint corner(static_cast<int>(std::lround((left + state_.dx) * scale_)),
-                      static_cast<int>(std::lround((top + state_.dy) * scale_)));
+  const QPoint corner = devicePoint(left, top).toPoint();
   drawPixels(picture.image, corner + picture.offset, 1);
 }
 

@@ -22,10 +22,14 @@ class QPainterCanvas : public Canvas {
   void save() override;
   void restore() override;
   void translate(double dx, double dy) override;
+  void scale(double sx, double sy) override;
   void clip(const Rect& rect) override;
   void multiplyAlpha(double alpha) override;
+  void setShadow(const Shadow& shadow) override;
   bool needsDrawing(const Rect& rect) const override;
   void fill(const Rect& rect, const Color& color) override;
+  void fillUsingOperation(const Rect& rect, const Color& color,
+                          CompositingOperation operation) override;
   void fill(const Path& path, const Color& color) override;
   void stroke(const Path& path, const Color& color, double lineWidth) override;
   void drawImage(const Image& image, const Rect& rect, CompositingOperation operation,
@@ -36,14 +40,20 @@ class QPainterCanvas : public Canvas {
  private:
   struct State {
     double dx = 0, dy = 0, alpha = 1;
+    double sx = 1, sy = 1;
     /// In device pixels.
     QRect clip;
+    Shadow shadow;
   };
 
+  QPointF devicePoint(double x, double y) const;
   QRectF deviceRect(const Rect& rect) const;
   void touch(const QRectF& deviceRect);
   /// Draws a picture of device pixels with its corner at a device pixel.
   void drawPixels(const QImage& image, const QPoint& corner, double opacity);
+  /// Draws the shadow that such a picture casts.
+  void drawShadow(const QImage& image, const QPoint& corner, double opacity);
+  void drawShadow(const QPainterPath& outline, const QColor& color);
   void drawLine(std::string_view line, double top, const Rect& rect, const Font& font,
                 const Color& color, TextAlignment alignment);
 

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "PlatformDesktop/graphics/PixelImage.h"
+#include "PlatformDesktop/graphics/DesktopImage.h"
 #include "PlatformDesktop/graphics/QtConversions.h"
 #include "PlatformDesktop/graphics/TextCache.h"
 
@@ -82,7 +82,7 @@ void drawArrow(QPainter& painter, const QRect& rect, const QColor& color) {
 }
 
 void drawImage(QPainter& painter, const QPointF& corner, const MenuItem& item) {
-  const auto source = std::dynamic_pointer_cast<const PixelImage>(item.image().source());
+  const auto source = std::dynamic_pointer_cast<const DesktopImage>(item.image().source());
   if (!source) return;
   const double scale = painter.device()->devicePixelRatioF();
   const QSize pixels = (imageSize(item) * scale).toSize().expandedTo({1, 1});

@@ -40,10 +40,23 @@ class Path {
   std::vector<Element> elements_;
 };
 
-enum class CompositingOperation { SourceOver, Copy, SourceAtop, DestinationOut };
+/// How what is drawn meets what is there already: on top of it, in place of it, on top of it but
+/// only where it is opaque, as a hole in it, or beneath it.
+enum class CompositingOperation { SourceOver, Copy, SourceAtop, DestinationOut, DestinationOver };
+
+/// What drawn things cast on what lies beneath them.
+struct Shadow {
+  /// None is cast in a clear colour.
+  Color color = Color::clear();
+  /// In points on the canvas, whatever has been scaled or flipped.
+  Point offset;
+  /// How far in points its edge fades; 0 is a hard edge.
+  double blurRadius = 0;
+  friend bool operator==(const Shadow&, const Shadow&) = default;
+};
 
 /// What views draw on. Points, origin at the top left, y grows downward, in whatever coordinates
-/// the last `translate` set up. Valid only during the `draw` it was given to.
+/// the last `translate` and `scale` set up. Valid only during the `draw` it was given to.
 class Canvas {
  public:
   virtual ~Canvas() = default;
@@ -51,13 +64,19 @@ class Canvas {
   virtual void save() = 0;
   virtual void restore() = 0;
   virtual void translate(double dx, double dy) = 0;
+  /// Stretches the coordinates; a negative factor flips them. Neither is 0.
+  virtual void scale(double sx, double sy) = 0;
   virtual void clip(const Rect& rect) = 0;
   /// Multiplies the opacity of all that follows, until `restore`.
   virtual void multiplyAlpha(double alpha) = 0;
+  /// The shadow of each image and each filled path that follows, until `restore`.
+  virtual void setShadow(const Shadow& shadow) = 0;
   /// False when nothing drawn in `rect` could be seen, so drawing it can be spared.
   virtual bool needsDrawing(const Rect& rect) const = 0;
 
   virtual void fill(const Rect& rect, const Color& color) = 0;
+  virtual void fillUsingOperation(const Rect& rect, const Color& color,
+                                  CompositingOperation operation) = 0;
   virtual void fill(const Path& path, const Color& color) = 0;
   virtual void stroke(const Path& path, const Color& color, double lineWidth) = 0;
   /// Scales the image into `rect`.

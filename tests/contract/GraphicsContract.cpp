@@ -59,6 +59,25 @@ TEST_F(GraphicsContract, TheTrueIconComesOnceThroughUpdateAndIsKept) {
   EXPECT_EQ(updates, 1);
 }
 
+TEST_F(GraphicsContract, ADrawnPictureHasTheSizeThatItWasGiven) {
+  const Image drawn = platform_.graphics().imageWithSize(
+      {40, 30}, [](Canvas& canvas) { canvas.fill(Rect::make(0, 0, 40, 30), Color::black()); });
+  ASSERT_TRUE(drawn);
+  EXPECT_EQ(drawn.size().width, 40);
+  EXPECT_EQ(drawn.size().height, 30);
+}
+
+TEST_F(GraphicsContract, NoPictureIsDrawnInNoSpace) {
+  bool hasDrawn = false;
+  EXPECT_FALSE(
+      platform_.graphics().imageWithSize({0, 30}, [&hasDrawn](Canvas&) { hasDrawn = true; }));
+  EXPECT_FALSE(hasDrawn);
+}
+
+TEST_F(GraphicsContract, NamesThatNoImageBeginsWithGiveNone) {
+  EXPECT_TRUE(platform_.graphics().imageNames("NoImageBeginsSo").empty());
+}
+
 TEST_F(GraphicsContract, AnIconNeedsNoReceiver) {
   EXPECT_TRUE(platform_.graphics().iconForFile(desktop_->clientPath(), nullptr));
 }

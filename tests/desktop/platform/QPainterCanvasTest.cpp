@@ -54,6 +54,14 @@ TEST_F(QPainterCanvasTest, ARoundedRectangleHasRoundCorners) {
   EXPECT_EQ(at(40, 30), QColor(255, 0, 0));
 }
 
+TEST_F(QPainterCanvasTest, ARoundedRectangleWithoutARadiusHasSharpCorners) {
+  draw(
+      [&](Canvas& canvas) { canvas.fill(Path::roundedRect(Rect::make(10, 10, 60, 40), 0), red_); });
+  EXPECT_EQ(at(10, 10).alpha(), 255);
+  EXPECT_EQ(at(69, 49).alpha(), 255);
+  EXPECT_EQ(at(70, 49).alpha(), 0);
+}
+
 TEST_F(QPainterCanvasTest, AStrokeLiesOnBothSidesOfItsPath) {
   draw([&](Canvas& canvas) {
     canvas.stroke(Path::roundedRect(Rect::make(20, 20, 40, 30), 4), red_, 4);
@@ -183,7 +191,119 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(OperationCase{CompositingOperation::SourceOver, 255, 128},
                       OperationCase{CompositingOperation::Copy, 128, 128},
                       OperationCase{CompositingOperation::SourceAtop, 255, 0},
-                      OperationCase{CompositingOperation::DestinationOut, 127, 0}));
+                      OperationCase{CompositingOperation::DestinationOut, 127, 0},
+                      OperationCase{CompositingOperation::DestinationOver, 255, 128}));
+
+TEST_P(CanvasOperation, IsTheSameForAPlainColour) {
+  draw([&](Canvas& canvas) {
+    canvas.fill(Rect::make(0, 0, 10, 10), red_);
+    canvas.fillUsingOperation(Rect::make(0, 0, 20, 10),
+                              Color::colorWithCalibratedRed(0, 1, 0, 128.0 / 255),
+                              GetParam().operation);
+    canvas.fill(Rect::make(0, 20, 10, 10), red_);
+  });
+  EXPECT_NEAR(at(5, 5).alpha(), GetParam().alphaOnRed, 1);
+  EXPECT_NEAR(at(15, 5).alpha(), GetParam().alphaOnNothing, 1);
+  EXPECT_EQ(at(5, 25), QColor(255, 0, 0)) << "what follows lies on top again";
+}
+
+TEST_F(QPainterCanvasTest, ATintChangesNoTransparentPixel) {
+  draw([&](Canvas& canvas) {
+    canvas.fill(Rect::make(0, 0, 10, 10), red_);
+    canvas.fillUsingOperation(Rect::make(0, 0, 20, 10), Color::colorWithCalibratedRed(0, 0, 1, 0.5),
+                              CompositingOperation::SourceAtop);
+  });
+  EXPECT_NEAR(at(5, 5).red(), 127, 1);
+  EXPECT_NEAR(at(5, 5).blue(), 128, 1);
+  EXPECT_EQ(at(5, 5).alpha(), 255);
+  EXPECT_EQ(at(15, 5).alpha(), 0);
+}
+
+// Scaled and flipped.
+
+/// Red, with a green quarter at the top left.
+Image marked() {
+  QImage pixels(64, 64, QImage::Format_ARGB32_Premultiplied);
+  pixels.fill(Qt::red);
+  for (int y = 0; y < 32; ++y) {
+    for (int x = 0; x < 32; ++x) pixels.setPixelColor(x, y, Qt::green);
+  }
+  return Image(std::make_shared<PixelImage>(pixels, Size{32, 32}));
+}
+
+TEST_F(QPainterCanvasTest, AFlippedImageIsMirroredInItsPlace) {
+  const auto greenCorner = [&](double sx, double sy) {
+    target_.fill(Qt::transparent);
+    draw([&](Canvas& canvas) {
+      canvas.translate(sx < 0 ? 64 : 0, sy < 0 ? 64 : 0);
+      canvas.scale(sx, sy);
+      canvas.drawImage(marked(), Rect::make(0, 0, 64, 64), CompositingOperation::SourceOver, 1);
+    });
+    for (const QPoint corner : {QPoint(8, 8), QPoint(56, 8), QPoint(8, 56), QPoint(56, 56)}) {
+      if (at(corner.x(), corner.y()) == QColor(Qt::green)) return corner;
+    }
+    return QPoint();
+  };
+  EXPECT_EQ(greenCorner(1, 1), QPoint(8, 8));
+  EXPECT_EQ(greenCorner(-1, 1), QPoint(56, 8));
+  EXPECT_EQ(greenCorner(1, -1), QPoint(8, 56));
+  EXPECT_EQ(greenCorner(-1, -1), QPoint(56, 56));
+}
+
+TEST_F(QPainterCanvasTest, ScaleStretchesAllThatFollowsUntilRestored) {
+  draw([&](Canvas& canvas) {
+    canvas.save();
+    canvas.scale(2, 3);
+    canvas.translate(5, 5);
+    canvas.fill(Rect::make(0, 0, 4, 2), red_);
+    EXPECT_TRUE(canvas.needsDrawing(Rect::make(44, 0, 1, 1)));
+    EXPECT_FALSE(canvas.needsDrawing(Rect::make(46, 0, 1, 1)));
+    canvas.restore();
+    canvas.fill(Rect::make(0, 0, 4, 2), red_);
+  });
+  EXPECT_EQ(at(10, 15).alpha(), 255);
+  EXPECT_EQ(at(17, 20).alpha(), 255);
+  EXPECT_EQ(at(18, 20).alpha(), 0);
+  EXPECT_EQ(at(17, 21).alpha(), 0);
+  EXPECT_EQ(at(3, 1).alpha(), 255);
+}
+
+// Shadows.
+
+TEST_F(QPainterCanvasTest, AnImageCastsItsShadowUntilRestored) {
+  draw([&](Canvas& canvas) {
+    canvas.save();
+    canvas.setShadow({Color::black().withAlpha(0.5), {2, 4}, 0});
+    canvas.drawImage(square(Qt::green), Rect::make(10, 10, 20, 20),
+                     CompositingOperation::SourceOver, 1);
+    canvas.restore();
+    canvas.drawImage(square(Qt::green), Rect::make(60, 10, 20, 20),
+                     CompositingOperation::SourceOver, 1);
+  });
+  EXPECT_EQ(at(20, 29), QColor(Qt::green)) << "it lies beneath";
+  EXPECT_NEAR(at(31, 33).alpha(), 128, 1);
+  EXPECT_EQ(at(32, 33).alpha(), 0);
+  EXPECT_EQ(at(31, 34).alpha(), 0);
+  EXPECT_EQ(at(11, 31).alpha(), 0) << "it is moved to the right";
+  EXPECT_EQ(at(70, 31).alpha(), 0);
+}
+
+TEST_F(QPainterCanvasTest, ABlurredShadowFadesAndKeepsItsWeight) {
+  draw([&](Canvas& canvas) {
+    canvas.setShadow({Color::black(), {0, 40}, 6});
+    canvas.fill(Path::roundedRect(Rect::make(30, 5, 30, 30), 0), red_);
+  });
+  int weight = 0;
+  for (int y = 36; y < 80; ++y) {
+    for (int x = 0; x < 100; ++x) weight += at(x, y).alpha();
+  }
+  EXPECT_NEAR(weight / 255.0, 900, 40);
+  EXPECT_GT(at(45, 60).alpha(), 250);
+  EXPECT_NEAR(at(30, 60).alpha(), 128, 24) << "half on the edge";
+  EXPECT_GT(at(27, 60).alpha(), 0);
+  EXPECT_LT(at(27, 60).alpha(), at(32, 60).alpha());
+  EXPECT_EQ(at(18, 60).alpha(), 0);
+}
 
 TEST_F(QPainterCanvasTest, APointIsSeveralPixelsOnADenseDisplay) {
   draw(
