@@ -3,6 +3,8 @@
 #include "Quillbox/Item/DraggingItem.h"
 #include "Quillbox/Item/ItemView.h"
 #include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/managers/DecorationManager.h"
+#include "Quillbox/managers/ImageManager.h"
 #include "Quillbox/rows/TabRow.h"
 #include "QuillboxCommon/views/Animation.h"
 #include "QuillboxCommon/views/RoundedRectangleView.h"
@@ -14,6 +16,8 @@ namespace {
 /// The rest on an item after which its view pops up.
 constexpr TimeInterval usualPopUpDelay = 0.5;
 constexpr double dimmedAlpha = 0.25;
+/// Badges have their size in relation to this one.
+constexpr Size sizeOfDecoratedImage{128, 128};
 
 }  // namespace
 
@@ -78,9 +82,17 @@ Image Item::image() const { return itemView_ != nullptr ? itemView_->image() : I
 
 bool Item::setImage(const Image& image) {
   if (itemView_ == nullptr) return false;
-  itemView_->setImage(image.withSize(itemView_->frame().size));
+  itemView_->setImage(decorated(image).withSize(itemView_->frame().size));
   itemView_->setImageScaling(ImageScaleProportionallyDown);
   return true;
+}
+
+Image Item::decorated(const Image& image) const {
+  if (quillbox == nullptr) return image;
+  const DecorationManager& decorations = quillbox->decorationManager();
+  return quillbox->imageManager().decoratedImageOfImage(image, sizeOfDecoratedImage,
+                                                        decorations.tintColorForItem(*this),
+                                                        decorations.badgeImageForItem(*this));
 }
 
 void Item::setViewFrame(const Rect& frame, bool animated) {

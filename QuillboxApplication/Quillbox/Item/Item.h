@@ -153,8 +153,8 @@ class Item : public std::enable_shared_from_this<Item>, public MenuItemTarget {
   /// The image without any decoration; empty when there is none.
   virtual Image getBaseIconImage() const { return {}; }
   virtual Image image() const;
-  /// Shows `image` at the size of the view. False, with nothing changed, when the view shows no
-  /// images.
+  /// Shows `image` at the size of the view, with the item's tint and badge. False, with nothing
+  /// changed, when the view shows no images.
   virtual bool setImage(const Image& image);
   void setViewFrame(const Rect& frame, bool animated);
   /// Where the view stands, or will once it has stopped moving.
@@ -255,6 +255,8 @@ class Item : public std::enable_shared_from_this<Item>, public MenuItemTarget {
   }
 
  private:
+  Image decorated(const Image& image) const;
+
   std::shared_ptr<View> view_;
   ItemView* itemView_ = nullptr;
   Rect viewFrame_;

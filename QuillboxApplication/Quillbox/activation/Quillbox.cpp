@@ -22,10 +22,12 @@
 #include "Quillbox/activation/Settings.h"
 #include "Quillbox/activation/SystemVersion.h"
 #include "Quillbox/managers/ApplicationManager.h"
+#include "Quillbox/managers/DecorationManager.h"
 #include "Quillbox/managers/DockManager.h"
 #include "Quillbox/managers/ImageManager.h"
 #include "Quillbox/rows/HostView.h"
 #include "Quillbox/rows/TabRow.h"
+#include "QuillboxCommon/Format.h"
 #include "QuillboxCommon/views/Window.h"
 
 namespace qb {
@@ -48,6 +50,8 @@ Quillbox::Quillbox(AppDelegate& appDelegate, Platform& platform)
   applicationManager_ =
       std::make_unique<ApplicationManager>(platform.processes(), platform.workspace());
   imageManager_ = std::make_unique<ImageManager>(platform.graphics());
+  decorationManager_ =
+      std::make_unique<DecorationManager>(platform.fileSystem(), platform.graphics());
   settings_ = Settings::sharedSettings(platform.fileSystem());
   menuHelpers_ = std::make_unique<MenuHelpers>(platform.graphics());
   savedDictionaries_ = std::make_unique<SavedDictionaries>(platform.fileSystem());
@@ -130,6 +134,16 @@ std::shared_ptr<MenuItem> Quillbox::customMenuItemWithImage(const Image& image,
                                                             const std::string& label,
                                                             MenuItem::Action action) const {
   return menuHelpers_->customMenuItemWithImage(image, label, std::move(action));
+}
+
+// Pictures.
+
+Image Quillbox::imageNamed(const std::string& name) {
+  if (isYosemiteOrLater()) {
+    Image image = platform_.graphics().imageNamed(stringWithFormat("%@Yosemite", name));
+    if (image) return image;
+  }
+  return platform_.graphics().imageNamed(name);
 }
 
 // The system.

@@ -18,6 +18,7 @@ namespace qb {
 class AccessibilityAccess;
 class AppDelegate;
 class ApplicationManager;
+class DecorationManager;
 class DockManager;
 class EventListener;
 class EventMonitorProtocol;
@@ -53,6 +54,7 @@ class Quillbox {
   ApplicationManager& applicationManager() { return *applicationManager_; }
   DockManager& dockManager() { return *dockManager_; }
   ImageManager& imageManager() { return *imageManager_; }
+  DecorationManager& decorationManager() { return *decorationManager_; }
   Settings& settings() { return *settings_; }
   /// None before the panel is made.
   HostView* hostView() const;
@@ -92,6 +94,11 @@ class Quillbox {
                                                  const std::string& ending);
   std::shared_ptr<MenuItem> customMenuItemWithImage(const Image& image, const std::string& label,
                                                     MenuItem::Action action) const;
+
+  // Pictures.
+  /// A picture of the program's own; empty when there is none of that name. From Yosemite on one
+  /// that is made for it, where there is such a one.
+  Image imageNamed(const std::string& name);
 
   // The system; see SystemVersion, AccessibilityAccess and PreferencePanes.
   void systemVersionMajor(std::int16_t* major, std::int16_t* minor, std::int16_t* revision) const;
@@ -179,6 +186,7 @@ class Quillbox {
   std::unique_ptr<DockManager> dockManager_;
   std::unique_ptr<ApplicationManager> applicationManager_;
   std::unique_ptr<ImageManager> imageManager_;
+  std::unique_ptr<DecorationManager> decorationManager_;
   std::shared_ptr<Settings> settings_;
   std::unique_ptr<MenuHelpers> menuHelpers_;
   std::vector<Item*> registeredItems_;
