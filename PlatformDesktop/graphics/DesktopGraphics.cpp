@@ -101,7 +101,7 @@ Image DesktopGraphics::iconForFile(const std::string& path,
 }
 
 Image DesktopGraphics::genericIcon(const std::string& path) {
-  Image icon = imageNamed(icons_->isApplication(path) ? "GenericApplication" : "GenericDocument");
+  Image icon = imageNamed(icons_->isApplication(path) ? "ApplicationIcon" : "FileIcon");
   icon.setSize(iconSize);
   return icon;
 }

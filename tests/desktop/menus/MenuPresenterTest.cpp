@@ -505,7 +505,7 @@ TEST_F(MenuPresenterTest, ALookAtAllKindsOfItems) {
     attributed.append("Active Applications", Font::boldSystemFontOfSize(14));
     add("attributed")->setAttributedTitle(attributed);
     add("Make Command-Tab activate Active Applications");
-    Image icon = graphics.imageNamed("GenericApplication");
+    Image icon = graphics.imageNamed("ApplicationIcon");
     icon.setSize({18, 18});
     add("With an image")->setImage(icon);
     menu->addItem(MenuItem::separatorItem());
