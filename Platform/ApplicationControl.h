@@ -19,6 +19,10 @@ class ApplicationControl {
   virtual std::string bundlePath() const = 0;
   /// The version that users are told, such as "1.0.0" ("CFBundleShortVersionString").
   virtual std::string shortVersionString() const = 0;
+  /// Whose work it is, as users are told ("NSHumanReadableCopyright").
+  virtual std::string humanReadableCopyright() const = 0;
+  /// A text that belongs to the program, such as "LICENSE" of type "txt"; empty when there is none.
+  virtual std::string textResource(const std::string& name, const std::string& type) const = 0;
   /// Words with the version of the system in them, such as "Version 10.9 (Build 13A603)". Its
   /// numbers are on the scale that the product's tests of the system version are made for.
   virtual std::string operatingSystemVersionString() const = 0;

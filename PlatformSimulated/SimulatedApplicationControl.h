@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <set>
 #include <string>
 #include <utility>
@@ -16,6 +17,11 @@ class SimulatedApplicationControl : public ApplicationControl {
  public:
   std::string bundlePath() const override { return bundlePath_; }
   std::string shortVersionString() const override { return shortVersionString_; }
+  std::string humanReadableCopyright() const override { return "Copyright 2026 The Makers"; }
+  std::string textResource(const std::string& name, const std::string& type) const override {
+    const auto found = texts_.find(name + "." + type);
+    return found != texts_.end() ? found->second : "";
+  }
   std::string operatingSystemVersionString() const override {
     return operatingSystemVersionString_;
   }
@@ -39,6 +45,10 @@ class SimulatedApplicationControl : public ApplicationControl {
   void setOperatingSystemVersionString(std::string version) {
     operatingSystemVersionString_ = std::move(version);
   }
+  /// `file` is the name with its type, such as "LICENSE.txt".
+  void setTextResource(const std::string& file, std::string text) {
+    texts_[file] = std::move(text);
+  }
   /// The helper "vorlane.Quillbox-Relauncher" is there at first.
   void removeHelper(const std::string& identifier) { helpers_.erase(identifier); }
 
@@ -58,6 +68,7 @@ class SimulatedApplicationControl : public ApplicationControl {
   std::string bundlePath_ = "/opt/quillbox/bin/quillbox";
   std::string shortVersionString_ = "1.0.0";
   std::string operatingSystemVersionString_ = "Version 10.9 (Build 13A603)";
+  std::map<std::string, std::string> texts_{{"LICENSE.txt", "As you like it.\n"}};
   std::set<std::string> helpers_{"vorlane.Quillbox-Relauncher"};
   std::set<std::string> files_{"/Library/PreferencePanes/QuillboxPrefrences.prefPane"};
   std::vector<Launch> launches_;

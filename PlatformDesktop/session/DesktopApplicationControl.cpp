@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <QSysInfo>
 #include <utility>
@@ -13,6 +14,9 @@
 #include "PlatformDesktop/processes/Launcher.h"
 #include "PlatformDesktop/processes/ProgramFile.h"
 #include "QuillboxCommon/Log.h"
+
+/// A static library's resources have to be asked for, outside any namespace.
+static void initializeTexts() { Q_INIT_RESOURCE(quillbox_texts); }
 
 namespace qb {
 
@@ -46,6 +50,17 @@ DesktopApplicationControl::DesktopApplicationControl(QtRunLoopHost& runLoopHost)
     : runLoopHost_(runLoopHost), bundlePath_(programFileOfProcess(getpid()).path) {}
 
 std::string DesktopApplicationControl::shortVersionString() const { return QUILLBOX_VERSION; }
+
+std::string DesktopApplicationControl::humanReadableCopyright() const {
+  return "Copyright \u00A9 2026 Vorlane";
+}
+
+std::string DesktopApplicationControl::textResource(const std::string& name,
+                                                    const std::string& type) const {
+  initializeTexts();
+  QFile file(QString::fromStdString(":/quillbox/texts/" + name + "." + type));
+  return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "";
+}
 
 std::string DesktopApplicationControl::operatingSystemVersionString() const {
   return std::string(systemVersion) + " (" + QSysInfo::prettyProductName().toStdString() + ")";

@@ -19,6 +19,8 @@ class DesktopApplicationControl : public ApplicationControl {
 
   std::string bundlePath() const override { return bundlePath_; }
   std::string shortVersionString() const override;
+  std::string humanReadableCopyright() const override;
+  std::string textResource(const std::string& name, const std::string& type) const override;
   std::string operatingSystemVersionString() const override;
   bool launchAppWithBundleIdentifier(const std::string& identifier, std::uint32_t options) override;
   bool openFile(const std::string& path) override;

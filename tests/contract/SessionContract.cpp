@@ -151,6 +151,9 @@ TEST_F(SessionContract, ProgramKnowsItself) {
   EXPECT_TRUE(application.bundlePath().starts_with("/"));
   EXPECT_FALSE(application.shortVersionString().empty());
   EXPECT_NE(application.operatingSystemVersionString().find("10.9"), std::string::npos);
+  EXPECT_FALSE(application.humanReadableCopyright().empty());
+  EXPECT_FALSE(application.textResource("LICENSE", "txt").empty());
+  EXPECT_EQ(application.textResource("LICENSE", "none"), "");
   EXPECT_FALSE(application.openFile("/no such/file"));
   EXPECT_FALSE(application.launchAppWithBundleIdentifier("com.vorlane.none", 0));
 }
