@@ -85,6 +85,20 @@ const std::vector<std::shared_ptr<TabRow>>& Quillbox::tabRows() {
   return host != nullptr ? host->tabRows() : none;
 }
 
+std::shared_ptr<TabRow> Quillbox::addTabRowRelativeToTabRow(TabRow& tabRow,
+                                                            std::int32_t relativePlacement) {
+  HostView* const host = hostView();
+  return host != nullptr ? host->addTabRowRelativeToTabRow(tabRow, relativePlacement) : nullptr;
+}
+
+void Quillbox::saveState() {
+  if (HostView* const host = hostView()) host->saveState();
+}
+
+void Quillbox::saveStateCoallesced() {
+  if (HostView* const host = hostView()) host->saveStateCoallesced();
+}
+
 Size Quillbox::tabRowItemSize() {
   return tabRows().empty() ? Size{} : tabRows().front()->itemSize();
 }

@@ -70,6 +70,11 @@ class Quillbox {
   void hideQuillboxWindowForDebugPurposes() { orderOutQuillboxWindow(); }
   /// None before the panel is made.
   const std::vector<std::shared_ptr<TabRow>>& tabRows();
+  /// See HostView, as for the next two. None before the panel is made.
+  std::shared_ptr<TabRow> addTabRowRelativeToTabRow(TabRow& tabRow,
+                                                    std::int32_t relativePlacement);
+  void saveState();
+  void saveStateCoallesced();
   /// Of the first row; zero without one.
   Size tabRowItemSize();
   /// That size at the origin.

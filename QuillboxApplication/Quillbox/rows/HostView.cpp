@@ -8,7 +8,11 @@
 #include "Quillbox/providers/ActiveApplicationsProvider.h"
 #include "Quillbox/providers/ProviderCatalogue.h"
 #include "Quillbox/providers/TabRowProvider.h"
+#include "Quillbox/rows/DefaultTabRows.h"
+#include "Quillbox/rows/SelectorMenu.h"
 #include "Quillbox/rows/TabRow.h"
+#include "Quillbox/rows/TabRowFitNotice.h"
+#include "Quillbox/rows/TabRowMove.h"
 #include "QuillboxCommon/views/Animation.h"
 #include "QuillboxCommon/views/Window.h"
 
@@ -16,9 +20,9 @@ namespace qb {
 
 namespace {
 
-constexpr Rect newRowFrame = Rect::make(0, 0, 100, 100);
 constexpr TimeInterval createRowsDelay = 0.001;
 constexpr TimeInterval mouseMonitorInterval = 0.05;
+constexpr TimeInterval saveStateDelay = 1;
 constexpr double verticalScrollThreshold = 12;
 constexpr double horizontalScrollThreshold = 10;
 
@@ -32,7 +36,12 @@ std::shared_ptr<HostView> HostView::create(const Rect& maximumFrame) {
 }
 
 HostView::HostView(const Rect& maximumFrame)
-    : View(maximumFrame), providerInformations_(tabRowProviderCatalogue()) {}
+    : View(maximumFrame),
+      providerInformations_(tabRowProviderCatalogue()),
+      tabRowMove_(std::make_unique<TabRowMove>(*this)),
+      fitNotice_(std::make_unique<TabRowFitNotice>(*this)),
+      defaultTabRows_(std::make_unique<DefaultTabRows>(*this)),
+      selectorMenu_(std::make_unique<SelectorMenu>(*this)) {}
 
 HostView::~HostView() {
   RunLoop::main().cancelPreviousPerformRequests(this);
@@ -50,26 +59,6 @@ void HostView::createDefaultTabRows() {
   row->setIsDefaultOptionTabRow(true);
 }
 
-void HostView::normalizeTabRows() {
-  const bool severalRows = tabRows_.size() > 1;
-  for (std::size_t index = 0; index < tabRows_.size(); ++index) {
-    tabRows_[index]->setIndex(index);
-    tabRows_[index]->setCanBeDeleted(severalRows);
-    tabRows_[index]->setCanBeMoved(severalRows);
-  }
-}
-
-std::shared_ptr<TabRow> HostView::createTabRowAtIndex(std::size_t index,
-                                                      std::shared_ptr<TabRowProvider> provider,
-                                                      bool arrangeTabRows) {
-  auto row = TabRow::create(sharedFrom(*this), newRowFrame, std::move(provider));
-  tabRows_.insert(tabRows_.begin() + static_cast<std::ptrdiff_t>(index), row);
-  normalizeTabRows();
-  addSubview(row);
-  if (arrangeTabRows) arrangeTabRowsWithAnimate(false);
-  return row;
-}
-
 std::shared_ptr<TabRowProvider> HostView::createTabRowProviderWithInformation(
     const TabRowProviderInformation& information) const {
   return information.createProvider();
@@ -84,6 +73,7 @@ TabRow* HostView::getActiveApplicationsTabRow() const {
 
 void HostView::windowWillBeDisplayed(Window& window, const PropertyList& environment,
                                      std::int32_t applicationActivationMethod) {
+  activationMethod_ = applicationActivationMethod;
   accumulatedScrollAmount_ = {};
   tabRowUnderMouse_.reset();
   activeTabRow_.reset();
@@ -114,6 +104,7 @@ void HostView::windowWillBeDisplayed(Window& window, const PropertyList& environ
 void HostView::windowWasDisplayed(Window& window) { window.makeFirstResponder(this); }
 
 void HostView::windowWillBeDismissed(Window& window) {
+  tabRowMove_->end();
   quillbox->applicationManager().windowWillBeDismissed(window);
   for (const auto& row : tabRows_) row->hostViewWillBeDismissed();
   if (mouseMonitorTimer_) mouseMonitorTimer_->invalidate();
@@ -132,11 +123,32 @@ void HostView::tabRowItemsHaveChanged(TabRow& tabRow) {
   }
   const AnimationGroup group;
   arrangeTabRowsAccordingToLargestNumberOfTabRowItemsWithAnimate(true);
+  saveState();
 }
 
 void HostView::settingsChanged() {
   for (const auto& row : tabRows_) row->settingsChanged();
   arrangeTabRowsWithAnimate(false);
+  manageTabRowFitIssues();
+}
+
+void HostView::manageTabRowFitIssues() { fitNotice_->manage(); }
+
+void HostView::augmentProviderSelectorMenu(Menu& menu, TabRow& tabRow, const Event& event) {
+  selectorMenu_->augment(menu, tabRow, event);
+}
+
+void HostView::saveStateCoallesced() {
+  if (stateWillBeSaved_) return;
+  stateWillBeSaved_ = true;
+  executeBlockAfterDelay(
+      [weakSelf = std::weak_ptr<HostView>(sharedFrom(*this))] {
+        const auto self = weakSelf.lock();
+        if (!self) return;
+        self->saveState();
+        self->stateWillBeSaved_ = false;
+      },
+      saveStateDelay);
 }
 
 void HostView::setActiveTabRow(std::shared_ptr<TabRow> tabRow, bool asDefault) {

@@ -8,21 +8,32 @@
 #include "Quillbox/activation/QuillboxAction.h"
 #include "QuillboxCommon/PropertyList.h"
 #include "QuillboxCommon/RunLoop.h"
+#include "QuillboxCommon/views/Menu.h"
 #include "QuillboxCommon/views/View.h"
 
 namespace qb {
 
+class DefaultTabRows;
+class SelectorMenu;
 class TabRow;
+class TabRowFitNotice;
+class TabRowMove;
 class TabRowProvider;
 class TabRowProviderInformation;
 class Window;
+
+/// Where a new row goes, seen from the row that asks for it.
+enum TabRowPlacement : std::int32_t {
+  TabRowPlacementAbove = 0,
+  TabRowPlacementBelow = 1,
+};
 
 /// The content of the panel: the stack of Tab Rows. It fits the rows to the screen, decides which
 /// of them is active, and feeds them the pointer, which it polls. Flipped. Main thread.
 ///
 /// Icons shrink point by point from the upper halo height of the settings, down to the lower one,
 /// until the longest row and all the rows fit. What does not fit then sticks out.
-class HostView : public View {
+class HostView : public View, public MenuItemTarget {
  public:
   /// Makes its rows in the next pass of the run loop, when the service objects exist.
   static std::shared_ptr<HostView> create(const Rect& maximumFrame);
@@ -41,6 +52,10 @@ class HostView : public View {
   bool mouseDownEventIsWithinTabRow(const TappedEvent& event);
   void mouseUpEventMonitored(const Event& event);
   void settingsChanged();
+  /// See TabRowFitNotice.
+  void manageTabRowFitIssues();
+  /// The code of the present opening, or of the last one.
+  std::int32_t activationMethod() const { return activationMethod_; }
 
   /// Top row first.
   const std::vector<std::shared_ptr<TabRow>>& tabRows() const { return tabRows_; }
@@ -48,6 +63,8 @@ class HostView : public View {
   /// The row that was active before the present one, which the keys go to when none is.
   TabRow* lastActiveTabRow() const { return lastActiveTabRow_.get(); }
   TabRow* tabRowUnderMouse() const { return tabRowUnderMouse_.get(); }
+  /// The row under the drag button while that is held, or null.
+  TabRow* tabRowBeingMoved() const;
   /// The first row of running applications, or null.
   TabRow* getActiveApplicationsTabRow() const;
 
@@ -71,6 +88,36 @@ class HostView : public View {
   void upAction() { selectPreviousTabRow(); }
   void downAction() { selectNextTabRow(); }
   void hiliteTabRow(TabRow* tabRow, bool exclusively);
+
+  // Changes to the stack.
+  /// Fades the row out and closes the gap. Nests a run of the loop for as long as the fading takes.
+  /// Nothing for a row that is fading already, nor for the last one that is not.
+  void deleteTabRow(TabRow& tabRow);
+  /// Fades in a row without a provider beside `tabRow`; anything but `TabRowPlacementBelow` places
+  /// it above. Nests a run of the loop while the others make room. Null, after a message, when no
+  /// more rows fit the screen.
+  std::shared_ptr<TabRow> addTabRowRelativeToTabRow(TabRow& tabRow, std::int32_t relativePlacement);
+  /// From here on the row goes with the pointer. Nothing with fewer than two rows, and while
+  /// another row is moving.
+  void beginMovingTabRow(TabRow& tabRow, const Event& event);
+  /// Positive is downward. Rows whose middle the moved row's middle passes change places with it.
+  void moveTabRowBy(double deltaY);
+  void endMovingTabRow(TabRow& tabRow, const Event& event);
+  /// Gives the row another place in the order; where it stands on the screen is left as it is.
+  void placeTabRowAtIndex(const std::shared_ptr<TabRow>& tabRow, std::size_t index);
+
+  // The selector menu.
+  /// Appends what every row's menu has: the defaults, for a row with a provider, and the program's
+  /// own entries. Restart and quit are for those who open it with the right button or Control.
+  void augmentProviderSelectorMenu(Menu& menu, TabRow& tabRow, const Event& event);
+  DefaultTabRows& defaultTabRows() { return *defaultTabRows_; }
+
+  // What is to be kept of the rows.
+  /// It has changed: whoever keeps it is told at once.
+  void saveState() { stateChanged_.signal(); }
+  /// The same a second later, once for all calls until then.
+  void saveStateCoallesced();
+  ChangeNotice& stateChanged() { return stateChanged_; }
 
   // The arithmetic of the stack. Heights in points.
   std::int64_t heightOfAllTabRowsWithTabRowHeight(std::int64_t height) const;
@@ -108,6 +155,9 @@ class HostView : public View {
   void createDefaultTabRows();
   void normalizeTabRows();
   bool haloHeightFits(std::int64_t haloHeight) const;
+  bool isBeingDeleted(const TabRow& tabRow) const;
+  /// No key goes to the row any more.
+  void takeActiveStatusFrom(TabRow& tabRow);
   void activateLastActiveTabRowIfNoneIs();
   /// `step` is 1 for the next row and -1 for the previous one.
   void selectNeighbourTabRow(std::int64_t step);
@@ -120,6 +170,14 @@ class HostView : public View {
   std::vector<std::shared_ptr<TabRowProviderInformation>> providerInformations_;
   std::vector<std::shared_ptr<TabRow>> tabRows_;
   std::shared_ptr<TabRow> activeTabRow_, lastActiveTabRow_, tabRowUnderMouse_;
+  std::vector<std::weak_ptr<TabRow>> tabRowsBeingDeleted_;
+  std::unique_ptr<TabRowMove> tabRowMove_;
+  std::unique_ptr<TabRowFitNotice> fitNotice_;
+  std::unique_ptr<DefaultTabRows> defaultTabRows_;
+  std::unique_ptr<SelectorMenu> selectorMenu_;
+  ChangeNotice stateChanged_;
+  bool stateWillBeSaved_ = false;
+  std::int32_t activationMethod_ = 0;
   std::int64_t largestNumberOfTabRowItems_ = 0;
   std::int64_t tabRowHeight_ = 0;
   Size haloSize_;

@@ -27,6 +27,11 @@ void HostView::monitorMouse() {
     quillbox->noteMouseHasMovedSignificatly();
     mouseMovementThreshold_ = anyMovement;
   }
+  if (tabRowBeingMoved() != nullptr) {
+    moveTabRowBy(lastMouseLocation_.y - location.y);
+    lastMouseLocation_ = location;
+    return;
+  }
   const auto row = noteMouseMovedTo(location);
   lastMouseLocation_ = location;
   noteTabRowUnderMouse(row);
