@@ -1,12 +1,16 @@
 #include "Quillbox/providers/ActiveApplicationsProvider.h"
 
 #include <algorithm>
+#include <set>
 
 #include "Platform/KeyCodes.h"
+#include "Platform/Workspace.h"
 #include "Quillbox/Item/ApplicationItem.h"
 #include "Quillbox/activation/Environment.h"
 #include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/activation/Settings.h"
 #include "Quillbox/rows/TabRow.h"
+#include "QuillboxCommon/Format.h"
 
 namespace qb {
 
@@ -15,6 +19,12 @@ namespace {
 constexpr TimeInterval monitorInterval = 1.0;
 constexpr const char* quitKeyPressed = "quitKeyPressed";
 constexpr const char* hideKeyPressed = "hideKeyPressed";
+constexpr const char* backgroundHiddenTitle = "Keep Background Applications Hidden";
+constexpr const char* backgroundHiddenMessage =
+    "While this option is in effect, any Application-specific Auto-Hide settings are ignored and "
+    "all Applications will be hidden when in the background.\r\rIf you turn this option off, the "
+    "Application-specific Auto-Hide settings will again become effective.\r\rAlso, note that you "
+    "can temporarily keep background Applications visible by holding down any modifier key.";
 
 Processes& sessionProcesses() { return quillbox->platform().processes(); }
 
@@ -83,6 +93,65 @@ void ActiveApplicationsProvider::performKeyAction(const std::string& action,
   if (!item) return;
   if (action == quitKeyPressed) item->quit();
   if (action == hideKeyPressed) item->hide();
+}
+
+TabRowProvider::MenuItems ActiveApplicationsProvider::menuItemsForConfigure() {
+  const auto front = quillbox->platform().workspace().menuBarOwningApplication();
+  const std::string hideTitle =
+      front ? stringWithFormat("Hide All Applications Except %@", front->localizedName())
+            : "Hide All Applications";
+  auto items = TabRowProvider::menuItemsForConfigure();
+  items.push_back(
+      menuItem(hideTitle, "hideAllApplications", [this](MenuItem&) { hideAllApplications(); }));
+  items.push_back(menuItem("Quit All Applications Except Finder", "quitAllApplications",
+                           [this](MenuItem&) { quitAllApplications(); }));
+  items.push_back(MenuItem::separatorItem());
+  items.push_back(menuItem(backgroundHiddenTitle, "hideBackgroundApplications",
+                           [this](MenuItem&) { hideBackgroundApplications(); }));
+  items.back()->setState(
+      quillbox->settings().activeApplicationsProviderHidesAllBackgroundApplications());
+  return items;
+}
+
+std::vector<std::shared_ptr<RunningApplication>> ActiveApplicationsProvider::runningApplications()
+    const {
+  std::set<std::string> identifiers;
+  std::vector<std::shared_ptr<RunningApplication>> applications;
+  for (const auto& process : processes_) {
+    const std::string& identifier = process->bundleIdentifier;
+    if (identifier.empty() || !identifiers.insert(identifier).second) continue;
+    for (auto& instance :
+         quillbox->platform().workspace().runningApplicationsWithBundleIdentifier(identifier)) {
+      applications.push_back(std::move(instance));
+    }
+  }
+  return applications;
+}
+
+void ActiveApplicationsProvider::hideAllApplications() {
+  quillbox->dismissQuillbox();
+  // As long as the panel has the keyboard no other application is active. The one that will be is
+  // the one that the user is in.
+  const auto front = quillbox->platform().workspace().menuBarOwningApplication();
+  for (const auto& application : runningApplications()) {
+    const bool isFront = front && application->processNumber() == front->processNumber();
+    if (!application->isActive() && !isFront) application->hide();
+  }
+}
+
+void ActiveApplicationsProvider::quitAllApplications() {
+  quillbox->dismissQuillbox();
+  for (const auto& application : runningApplications()) {
+    if (application->bundleIdentifier() != kFinderBundleIdentifier) application->terminate();
+  }
+}
+
+void ActiveApplicationsProvider::hideBackgroundApplications() {
+  Settings& settings = quillbox->settings();
+  const bool hides = !settings.activeApplicationsProviderHidesAllBackgroundApplications();
+  settings.setActiveApplicationsProviderHidesAllBackgroundApplications(hides);
+  if (hides) quillbox->displayMessage(backgroundHiddenMessage, backgroundHiddenTitle);
+  settings.save();
 }
 
 void ActiveApplicationsProvider::monitorApplications(RunLoopTimer& timer) {

@@ -12,6 +12,8 @@
 
 namespace qb {
 
+class RunningApplication;
+
 /// The running applications, the most recently front one first.
 ///
 /// It looks at the processes once a second for as long as it lives, panel or no panel, and that is
@@ -41,6 +43,15 @@ class ActiveApplicationsProvider : public TabRowProvider, public KeyHandlerTarge
     return DragOperationPrivate;
   }
   void performKeyAction(const std::string& action, const PropertyList& information) override;
+  MenuItems menuItemsForConfigure() override;
+
+  // Commands over all applications of the row. The first two end the panel.
+  /// Hides every application but the one that the user is in.
+  void hideAllApplications();
+  /// Asks every application but the file manager to quit, without a question.
+  void quitAllApplications();
+  /// Turns the hiding of all background applications on or off, and explains it when it goes on.
+  void hideBackgroundApplications();
 
   const std::vector<std::shared_ptr<Process>>& processes() const { return processes_; }
 
@@ -51,6 +62,8 @@ class ActiveApplicationsProvider : public TabRowProvider, public KeyHandlerTarge
   bool markOrAddProcess(ProcessSerialNumber number);
   bool removeProcessesThatHaveGone();
   void moveFrontProcessToHead();
+  /// All running instances of the bundles in the row, each once.
+  std::vector<std::shared_ptr<RunningApplication>> runningApplications() const;
   std::shared_ptr<KeyHandlerTarget> asKeyHandlerTarget();
 
   std::vector<std::shared_ptr<Process>> processes_;

@@ -51,6 +51,17 @@ void TabRowProvider::addItem(std::shared_ptr<Item> item) {
   if (item) items_.push_back(std::move(item));
 }
 
+std::shared_ptr<MenuItem> TabRowProvider::menuItem(const std::string& title,
+                                                   const std::string& actionName,
+                                                   std::function<void(MenuItem&)> perform) {
+  const std::weak_ptr<TabRowProvider> weakSelf = weak_from_this();
+  return MenuItem::create(title, {actionName,
+                                  [weakSelf, perform = std::move(perform)](MenuItem& item) {
+                                    if (const auto self = weakSelf.lock()) perform(item);
+                                  },
+                                  weakSelf});
+}
+
 void TabRowProvider::insertItem(std::shared_ptr<Item> item, std::size_t index) {
   if (!item) return;
   const auto place = static_cast<std::ptrdiff_t>(std::min(index, items_.size()));

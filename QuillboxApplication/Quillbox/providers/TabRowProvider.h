@@ -10,11 +10,11 @@
 #include "QuillboxCommon/Geometry.h"
 #include "QuillboxCommon/PropertyList.h"
 #include "QuillboxCommon/views/Event.h"
+#include "QuillboxCommon/views/Menu.h"
 
 namespace qb {
 
 class Item;
-class MenuItem;
 class TabRow;
 class TabRowProvider;
 
@@ -44,10 +44,10 @@ class TabRowProviderInformation {
 /// The content of one Tab Row: it counts, makes and keeps the items, knows when they are out of
 /// date, and takes part in what happens to them. The base has a default for every operation; as it
 /// stands it has no items. Owned by its row. Main thread.
-class TabRowProvider : public std::enable_shared_from_this<TabRowProvider> {
+class TabRowProvider : public std::enable_shared_from_this<TabRowProvider>, public MenuItemTarget {
  public:
   TabRowProvider() = default;
-  virtual ~TabRowProvider() = default;
+  ~TabRowProvider() override = default;
   TabRowProvider(const TabRowProvider&) = delete;
   TabRowProvider& operator=(const TabRowProvider&) = delete;
 
@@ -160,6 +160,9 @@ class TabRowProvider : public std::enable_shared_from_this<TabRowProvider> {
 
  protected:
   void setCanBeConfigured(bool can) { canBeConfigured_ = can; }
+  /// An entry whose action is this provider's. The action does nothing once the provider has gone.
+  std::shared_ptr<MenuItem> menuItem(const std::string& title, const std::string& actionName,
+                                     std::function<void(MenuItem&)> perform);
 
  private:
   std::vector<std::shared_ptr<Item>> items_;
