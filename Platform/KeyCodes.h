@@ -36,6 +36,7 @@ enum KeyCode : std::uint16_t {
   KeyCodeEnter = 76,
   KeyCodeHome = 115,
   KeyCodePageUp = 116,
+  KeyCodeForwardDelete = 117,
   KeyCodeEnd = 119,
   KeyCodePageDown = 121,
   KeyCodeLeft = 123,

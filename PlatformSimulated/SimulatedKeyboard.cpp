@@ -3,9 +3,13 @@
 #include <algorithm>
 #include <iterator>
 
+#include "PlatformSimulated/SimulatedLayout.h"
+
 namespace qb {
 
 namespace {
+
+constexpr std::uint16_t keyCodeOfNoKey = 0xff;
 
 struct ModifierKey {
   std::uint16_t keyCode;
@@ -82,19 +86,54 @@ void SimulatedKeyboard::send(EventType type, std::uint16_t keyCode, bool isRepea
   sendToFrontProcess(event);
 }
 
-void SimulatedKeyboard::sendToFrontProcess(const TappedEvent& event) {
+std::string SimulatedKeyboard::typedCharacters() const {
+  std::string typed;
+  for (const Received& received : frontApplicationReceived_) {
+    if (received.type == EventTypeKeyDown) typed += received.characters;
+  }
+  return typed;
+}
+
+void SimulatedKeyboard::receiveKey(std::uint16_t keyCode, EventFlags flags,
+                                   const std::string& characters) {
+  for (const EventType type : {EventTypeKeyDown, EventTypeKeyUp}) {
+    sendToFrontProcess({.type = type,
+                        .flags = flags,
+                        .keyCode = keyCode,
+                        .isRepeat = false,
+                        .location = {},
+                        .unflippedLocation = {}},
+                       characters);
+  }
+}
+
+void SimulatedKeyboard::receiveText(const std::string& text, EventFlags flags) {
+  for (std::size_t start = 0; start < text.size();) {
+    std::size_t end = start + 1;
+    while (end < text.size() && (text[end] & 0xc0) == 0x80) ++end;
+    const auto key =
+        end - start == 1 ? simulatedKeyOf(static_cast<unsigned char>(text[start])) : std::nullopt;
+    receiveKey(key ? key->keyCode : keyCodeOfNoKey,
+               key && key->shift ? flags | EventFlagShift : flags, text.substr(start, end - start));
+    start = end;
+  }
+}
+
+void SimulatedKeyboard::sendToFrontProcess(const TappedEvent& event,
+                                           const std::string& characters) {
   if (SimulatedWindowPeer* window = parts_.windowServer.keyWindow()) {
     Event own;
     own.type = event.type;
     own.flags = event.flags;
     own.keyCode = event.keyCode;
     own.isRepeat = event.isRepeat;
+    own.characters = characters;
     window->deliver(own);
     return;
   }
   const ProcessSerialNumber front = parts_.processes.getFrontProcess();
   if (front.isNull() || parts_.eventTap.keepsKeyboard()) return;
-  frontApplicationReceived_.push_back({front, event.type, event.keyCode, event.flags});
+  frontApplicationReceived_.push_back({front, event.type, event.keyCode, event.flags, characters});
 }
 
 }  // namespace qb

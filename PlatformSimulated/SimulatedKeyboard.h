@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <initializer_list>
 #include <set>
+#include <string>
 #include <vector>
 
 #include "Platform/KeyCodes.h"
@@ -49,16 +50,25 @@ class SimulatedKeyboard : public Keyboard {
     EventType type = EventTypeKeyDown;
     std::uint16_t keyCode = 0;
     EventFlags flags = 0;
+    /// What it types, as UTF-8; empty for keys that were pressed by hand.
+    std::string characters = {};
     friend bool operator==(const Received&, const Received&) = default;
   };
   const std::vector<Received>& frontApplicationReceived() const {
     return frontApplicationReceived_;
   }
+  /// All that has been typed into the front applications by programs, one after the other.
+  std::string typedCharacters() const;
+  /// A key that a program sends on its user's behalf: it goes straight to who has the keyboard,
+  /// past the tap and the hot keys, whatever the user is holding down.
+  void receiveKey(std::uint16_t keyCode, EventFlags flags, const std::string& characters = {});
+  /// UTF-8 text, by the keys of the layout; a character that has none comes with the code 0xff.
+  void receiveText(const std::string& text, EventFlags flags);
   void clearReceived() { frontApplicationReceived_.clear(); }
 
  private:
   void send(EventType type, std::uint16_t keyCode, bool isRepeat);
-  void sendToFrontProcess(const TappedEvent& event);
+  void sendToFrontProcess(const TappedEvent& event, const std::string& characters = {});
 
   Parts parts_;
   KeyMap keys_;

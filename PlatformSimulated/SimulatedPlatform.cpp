@@ -14,7 +14,8 @@ SimulatedPlatform::SimulatedPlatform()
       keyboard_({displays_, eventTap_, hotKeys_, processes_, windowServer_}),
       menuPresenter_(runLoopHost_),
       pointer_({runLoopHost_, displays_, eventTap_, keyboard_, processes_, windowServer_,
-                menuPresenter_}) {}
+                menuPresenter_}),
+      scripts_({runLoopHost_, dialogs_, keyboard_, processes_, workspace_}) {}
 
 SimulatedPlatform::~SimulatedPlatform() {
   runLoopHost_.forgetAll();

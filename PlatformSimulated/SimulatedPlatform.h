@@ -104,7 +104,6 @@ class SimulatedPlatform : public Platform {
   SimulatedHotKeys hotKeys_;
   SimulatedLoginItems loginItems_;
   SimulatedPasteboards pasteboards_;
-  SimulatedScripts scripts_;
   SimulatedUserDefaults userDefaults_;
   SimulatedProcesses processes_;
   SimulatedUserNotifications userNotifications_;
@@ -113,6 +112,7 @@ class SimulatedPlatform : public Platform {
   SimulatedKeyboard keyboard_;
   SimulatedMenuPresenter menuPresenter_;
   SimulatedPointer pointer_;
+  SimulatedScripts scripts_;
 };
 
 }  // namespace qb

@@ -39,6 +39,10 @@ void SimulatedRunLoopHost::runFor(TimeInterval seconds) {
   RunLoop::main().service();
 }
 
+void SimulatedRunLoopHost::block(TimeInterval seconds) {
+  now_ = wholeMicroseconds(now_ + std::max(seconds, 0.0));
+}
+
 void SimulatedRunLoopHost::runUntil(const std::function<bool()>& done) {
   const Moment start = now_;
   while (!done()) {

@@ -30,6 +30,8 @@ class SimulatedRunLoopHost : public RunLoopHost {
   void runFor(TimeInterval seconds);
   /// Passes until nothing is due now.
   void runPending() { runFor(0); }
+  /// The program is busy or waits outside of its loop: time passes and nothing happens in it.
+  void block(TimeInterval seconds);
   /// Something of the outside world (a user, another program) `delay` seconds from now. It happens
   /// in nested runs and in every mode too.
   void schedule(TimeInterval delay, Block block);

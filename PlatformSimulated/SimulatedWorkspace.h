@@ -33,6 +33,8 @@ class SimulatedWorkspace : public Workspace {
   /// Known by its bundle path from now on, running or not. Whatever runs with a bundle path counts
   /// as installed too.
   void install(SimulatedApplication application);
+  /// Those, without what merely runs.
+  const std::vector<SimulatedApplication>& installed() const { return installed_; }
 
   struct Activation {
     ProcessSerialNumber process;

@@ -16,7 +16,7 @@ class DesktopScripts : public Scripts {
   explicit DesktopScripts(const DesktopApplicationControl& application)
       : application_(application) {}
 
-  bool executeAndReturnError(const std::string& source) override;
+  ScriptOutcome executeScript(Script& script) override;
 
  private:
   const DesktopApplicationControl& application_;

@@ -8,6 +8,7 @@
 
 #include "Platform/Graphics.h"
 #include "Platform/MenuPresenter.h"
+#include "Platform/Scripts.h"
 #include "Quillbox/Item/Item.h"
 #include "Quillbox/activation/AccessibilityAccess.h"
 #include "Quillbox/activation/ActivationTypes.h"
@@ -58,9 +59,16 @@ Quillbox::Quillbox(AppDelegate& appDelegate, Platform& platform)
   dialogs_ = std::make_unique<QuillboxDialogs>(*this);
   popUpViews_ = std::make_unique<PopUpViews>(*this);
   notifications_ = std::make_unique<QuillboxNotifications>(*this);
+  platform.scripts().setBeginUserInteraction([this] {
+    beginUserInteraction();
+    return Subscription([this] {
+      if (quillbox == this) endUserInteraction();
+    });
+  });
 }
 
 Quillbox::~Quillbox() {
+  platform_.scripts().setBeginUserInteraction({});
   if (quillbox == this) quillbox = nullptr;
 }
 
