@@ -1,0 +1,1 @@
+tell application "Quillbox"set itemName to "a"display alert "An item named " & itemName & " exists." message "x" as critical buttons {"Keep Both", "Stop", "Replace"} default button 3 cancel button "Stop"end tell

@@ -1,0 +1,1 @@
+tell application "System Events" tell process "Preview" tell menu bar 1 click menu item "New" of menu 1 of menu bar item "File" end tell end tell set frontmost of process "x" to trueend telltell application "TextEdit" make new document at the beginning of documentsend tell

@@ -1,0 +1,1 @@
+tell application "System Preferences"activateset the securityPane to pane id "com.apple.preference.security"tell securityPane to reveal anchor "Privacy"set current pane to pane "x"end tell

@@ -1,0 +1,1 @@
+set paths to (do shell script "mdfind -s x")delay 0.1quit application id "org.x"if paths is "" then return paths else return -1.5E2

@@ -1,0 +1,1 @@
+tell application "System Events"keystroke "a" using {shift down, command down}keystroke (ASCII character 13) keystroke "\"b\\" & returnkey code {123, 9} using command downend tell
