@@ -79,6 +79,7 @@ DesktopPlatform::~DesktopPlatform() {
   windowServer_.pointerInput().setTap({});
   processes_.setUserTime({});
   userDefaults_.setOnChange({});
+  accessibilitySwitch_.setObserver({});
   input_.reset();
   runLoopHost_.setRunLoop(nullptr);
   // What its work holds may still need the rest.
@@ -90,7 +91,7 @@ DesktopInputHost DesktopPlatform::inputHost() {
           .currentMode = [this] { return runLoop_->currentMode(); },
           .pointerSpace = [this] { return pointerSpace(); },
           .isOwnWindow = [this](std::uint32_t id) { return windowServer_.isOwnWindow(id); },
-          .isAllowed = [this] { return !userDefaults_.boolForKey(kInputAccessIsDeniedKey); },
+          .isAllowed = [this] { return inputIsAllowed(); },
           .deliverKey = [this](const TappedEvent& key) { windowServer_.deliverKey(key); }};
 }
 
@@ -104,11 +105,17 @@ void DesktopPlatform::setInput(std::unique_ptr<DesktopInput> input) {
   });
   wasTrusted_ = input_->accessibility().isProcessTrusted();
   userDefaults_.setOnChange([this] { noteAccess(); });
+  accessibilitySwitch_.setObserver([this] { noteAccess(); });
   processes_.setUserTime([this] { return input_->lastUserTime(); });
   windowServer_.setKeyObserver([this](bool) { noteKeyWindow(); });
   dialogs_.setUpObserver([this](bool) { noteKeyWindow(); });
   windowServer_.pointerInput().setTap(
       [this](const TappedEvent& event) { return input_->eventTap().tapPointerEvent(event); });
+}
+
+bool DesktopPlatform::inputIsAllowed() const {
+  if (userDefaults_.boolForKey(kInputAccessIsDeniedKey)) return false;
+  return !accessibilitySwitch_.isOff() || !userDefaults_.boolForKey(kInputAccessFollowsDesktopKey);
 }
 
 void DesktopPlatform::noteAccess() {

@@ -15,6 +15,7 @@
 #include "PlatformDesktop/processes/DesktopProcesses.h"
 #include "PlatformDesktop/processes/DesktopWorkspace.h"
 #include "PlatformDesktop/runloop/QtRunLoopHost.h"
+#include "PlatformDesktop/session/AccessibilitySwitch.h"
 #include "PlatformDesktop/session/ColorScheme.h"
 #include "PlatformDesktop/session/DesktopApplicationControl.h"
 #include "PlatformDesktop/session/DesktopArchiver.h"
@@ -78,6 +79,7 @@ class DesktopPlatform : public Platform {
   DesktopInputHost inputHost();
   void setInput(std::unique_ptr<DesktopInput> input);
   PointerSpace pointerSpace() const;
+  bool inputIsAllowed() const;
   /// The user has given or taken back the access to the desktop's input.
   void noteAccess();
   /// This process is the front one while the panel or a dialog has the keys.
@@ -97,6 +99,7 @@ class DesktopPlatform : public Platform {
   DesktopMenuPresenter menuPresenter_;
   SessionBus sessionBus_;
   ColorScheme colorScheme_{sessionBus_};
+  AccessibilitySwitch accessibilitySwitch_{sessionBus_};
   DesktopApplicationControl applicationControl_;
   DesktopArchiver archiver_;
   DesktopDistributedNotifications distributedNotifications_;

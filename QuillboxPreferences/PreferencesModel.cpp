@@ -79,4 +79,12 @@ void PreferencesModel::setInputIsAllowed(bool allowed) {
   userDefaults_.setObject(!allowed, kInputAccessIsDeniedKey);
 }
 
+bool PreferencesModel::inputFollowsDesktop() const {
+  return userDefaults_.boolForKey(kInputAccessFollowsDesktopKey);
+}
+
+void PreferencesModel::setInputFollowsDesktop(bool follows) {
+  userDefaults_.setObject(follows, kInputAccessFollowsDesktopKey);
+}
+
 }  // namespace qb

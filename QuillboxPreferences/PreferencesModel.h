@@ -43,6 +43,9 @@ class PreferencesModel : public QObject {
   /// The user's own switch for that.
   bool inputIsAllowed() const;
   void setInputIsAllowed(bool allowed);
+  /// Whether the desktop's own switch for assistive technologies decides as well.
+  bool inputFollowsDesktop() const;
+  void setInputFollowsDesktop(bool follows);
 
   /// Calls `observer` when the settings or the access may have changed from outside.
   void addObserver(std::function<void()> observer) { observers_.push_back(std::move(observer)); }

@@ -23,12 +23,18 @@ AccessPage::AccessPage(PreferencesModel& model) : model_(model) {
                        "need it. Without it Alt-Tab and the screen corners still work. Quillbox "
                        "starts itself anew when you grant it."),
         [this](bool on) { model_.setInputIsAllowed(on); });
+    followsDesktop_ = addSwitch(
+        grant, QStringLiteral("Heed the desktop's accessibility switch"),
+        QStringLiteral("Then the access is withheld also while the desktop has its assistive "
+                       "technologies switched off."),
+        [this](bool on) { model_.setInputFollowsDesktop(on); });
   });
   refresh();
 }
 
 void AccessPage::refresh() {
   allowed_->setChecked(model_.inputIsAllowed());
+  followsDesktop_->setChecked(model_.inputFollowsDesktop());
   const auto access = model_.publishedAccess();
   const Theme& theme = Theme::current();
   state_->setText(!access   ? QStringLiteral("Not known: Quillbox has not run yet")

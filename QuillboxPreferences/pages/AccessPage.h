@@ -9,7 +9,7 @@ namespace qb {
 
 class ToggleSwitch;
 
-/// Whether the resident program may see and take the desktop's keys, and the switch for it.
+/// Whether the resident program may see and take the desktop's keys, and the switches for that.
 class AccessPage : public Page {
  public:
   explicit AccessPage(PreferencesModel& model);
@@ -21,6 +21,7 @@ class AccessPage : public Page {
   QWidget* widget_;
   QLabel* state_ = nullptr;
   ToggleSwitch* allowed_ = nullptr;
+  ToggleSwitch* followsDesktop_ = nullptr;
 };
 
 }  // namespace qb

@@ -4,15 +4,9 @@ import unittest
 
 from harness.session import SessionTestCase
 
-DENIED = "InputAccessIsDenied"
-
 
 class EndingUnderADialog(SessionTestCase):
     starts_program = False
-
-    def deny_access(self, denied):
-        values = self.desktop.read_user_defaults() if self.desktop.user_defaults_path.exists() else {}
-        self.desktop.write_user_defaults({**values, DENIED: denied})
 
     def assert_ends_in_order(self):
         self.program.terminate()

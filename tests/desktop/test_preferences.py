@@ -1,7 +1,5 @@
 """The preference program, and what other programs of the session change."""
 
-import os
-import signal
 import subprocess
 import unittest
 
@@ -9,7 +7,6 @@ from harness import DEADLINE, PROGRAM
 from harness.case import DesktopTestCase
 from harness.session import PREFERENCES, SessionTestCase
 
-DENIED = "InputAccessIsDenied"
 # Seconds until the next of several attempts.
 SHORT = 3
 
@@ -98,49 +95,6 @@ class FirstRun(SessionTestCase):
         self.assertIn("1.0.0", self.desktop.read_user_defaults())
         self.super_tab()
         self.assert_active("Alpha")
-
-
-class Relaunch(SessionTestCase):
-    def setUp(self):
-        super().setUp()
-        self.addCleanup(self.end_programs)
-
-    def end_programs(self):
-        for pid in self.running_programs():
-            os.kill(pid, signal.SIGTERM)
-        self.wait(lambda: not self.running_programs(), "the new program does not end")
-
-    def start_program(self):
-        self.desktop.write_user_defaults(
-            {**self.desktop.read_user_defaults(), DENIED: True})
-        super().start_program()
-
-    def test_granted_access_starts_the_program_anew(self):
-        old = self.running_programs()
-        self.assertEqual(len(old), 1)
-        # Before that it has not looked yet, and would see nothing change.
-        self.wait(self.information.exists, "the missing access is not noticed")
-        self.desktop.write_user_defaults(
-            {**self.desktop.read_user_defaults(), DENIED: False})
-        self.wait(lambda: self.thanks_are_answered(old), "the program does not start anew")
-        self.super_tab_works()
-
-    def thanks_are_answered(self, old):
-        self.probe.tap("Return")
-        running = self.running_programs()
-        return len(running) == 1 and running != old
-
-    def super_tab_works(self):
-        self.panel.remember_hidden()
-
-        def comes():
-            self.probe.down("Super_L")
-            self.probe.tap("Tab")
-            shown = self.panel.wait_shown()
-            self.probe.up("Super_L")
-            return shown
-
-        self.wait(comes, "the new program does not take Super-Tab")
 
 
 if __name__ == "__main__":

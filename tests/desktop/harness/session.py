@@ -11,6 +11,7 @@ PREFERENCES = PROGRAM.with_name("quillbox-preferences")
 SIGNAL = "com.vorlane.Quillbox.DistributedNotifications.Posted"
 OBJECT_PATH = "/com/vorlane/Quillbox/DistributedNotifications"
 SENDER = "com.vorlane.quillboxPreferences"
+DENIED = "InputAccessIsDenied"
 # For what takes several programs, some of which have to start first.
 LONG = 60
 
@@ -38,6 +39,11 @@ class SessionTestCase(DesktopTestCase):
     def information(self):
         """What the program publishes for the preference program."""
         return self.desktop.folder / "runtime/quillbox/pasteboards/QuillboxInformation.pasteboard"
+
+    def deny_access(self, denied):
+        """As the switch in the preferences does."""
+        values = self.desktop.read_user_defaults() if self.desktop.user_defaults_path.exists() else {}
+        self.desktop.write_user_defaults({**values, DENIED: denied})
 
     def start_preferences(self, *arguments):
         """Returns once its window has the keyboard."""

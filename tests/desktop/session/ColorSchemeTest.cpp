@@ -8,15 +8,13 @@
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QPalette>
 #include <QTemporaryDir>
-#include <QTimer>
-#include <functional>
 #include <utility>
 #include <vector>
 
+#include "EventWait.h"
 #include "PrivateBus.h"
 
 namespace qb::test {
@@ -28,21 +26,6 @@ using ::testing::IsEmpty;
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString colorScheme = QStringLiteral("color-scheme");
-
-constexpr int timeLimit = 30000;
-
-/// Serves Qt's events until it holds; false when that takes much too long.
-bool waitFor(const std::function<bool()>& condition) {
-  QElapsedTimer time;
-  time.start();
-  QTimer look;
-  look.start(5);
-  while (!condition()) {
-    if (time.hasExpired(timeLimit)) return false;
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  }
-  return true;
-}
 
 /// A desktop's settings portal, of the age in which answers are wrapped `wrappings` times.
 class Portal : public QDBusVirtualObject {
