@@ -6,11 +6,13 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 
 #include "PlatformDesktop/files/PropertyListReader.h"
 #include "PlatformDesktop/files/PropertyListWriter.h"
 #include "PlatformDesktop/processes/DesktopFolders.h"
+#include "QuillboxCommon/Log.h"
 
 namespace qb {
 
@@ -56,7 +58,9 @@ std::string writeBeside(const std::string& path, std::string_view bytes) {
   const Descriptor descriptor(mkostemp(temporary.data(), O_CLOEXEC));
   if (!descriptor) return {};
   if (writeAll(descriptor.get(), bytes) && fsync(descriptor.get()) == 0) return temporary;
+  const int reason = errno;
   unlink(temporary.c_str());
+  errno = reason;
   return {};
 }
 
@@ -133,7 +137,10 @@ bool DesktopFileSystem::writeToFile(const PropertyList& dictionary, const std::s
   const std::string folder = target.substr(0, target.rfind('/') + 1);
   if (!createDirectoryAtPath(folder)) return false;
   const std::string temporary = writeBeside(target, xmlPropertyList(dictionary));
-  if (temporary.empty()) return false;
+  if (temporary.empty()) {
+    log(target + " cannot be written, the old one stays: " + std::strerror(errno));
+    return false;
+  }
   const bool oldIsUnreadable = fs::exists(target, error) && !dictionaryWithContentsOfFile(target);
   if (!takePlace(temporary, target, oldIsUnreadable)) {
     unlink(temporary.c_str());

@@ -3,7 +3,7 @@
 import subprocess
 import unittest
 
-from harness import DEADLINE, PROGRAM
+from harness import DEADLINE
 from harness.case import DesktopTestCase
 from harness.session import PREFERENCES, SessionTestCase
 
@@ -78,23 +78,6 @@ class NoSessionBus(DesktopTestCase):
         self.assert_active("Alpha")
         lines = [line for line in self.program.lines if line.startswith("No session bus (")]
         self.assertEqual(len(lines), 1)
-
-
-class FirstRun(SessionTestCase):
-    starts_program = False
-
-    def test_greets_once_and_adds_the_login_item(self):
-        self.desktop.make_new()
-        self.desktop.start_program()
-        entry = self.desktop.home / ".config/autostart/com.vorlane.quillbox.desktop"
-        self.wait(entry.exists, "no login item")
-        self.assertIn(f'Exec="{PROGRAM.resolve()}"', entry.read_text())
-        self.assertTrue(self.desktop.read_settings()["HasPerformedOneTimeStartUp"])
-        self.answer_dialog("Quillbox Installed")
-        self.assertTrue(self.desktop.wait_until_ready())
-        self.assertIn("1.0.0", self.desktop.read_user_defaults())
-        self.super_tab()
-        self.assert_active("Alpha")
 
 
 if __name__ == "__main__":
