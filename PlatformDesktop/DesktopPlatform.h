@@ -8,6 +8,7 @@
 #include "PlatformDesktop/dialogs/DesktopDialogs.h"
 #include "PlatformDesktop/displays/DesktopDisplays.h"
 #include "PlatformDesktop/files/DesktopFileSystem.h"
+#include "PlatformDesktop/files/DesktopTrash.h"
 #include "PlatformDesktop/graphics/DesktopGraphics.h"
 #include "PlatformDesktop/input/DesktopInput.h"
 #include "PlatformDesktop/menus/DesktopMenuPresenter.h"
@@ -68,6 +69,7 @@ class DesktopPlatform : public Platform {
   DesktopPointer& pointer() override { return input_->pointer(); }
   DesktopProcesses& processes() override { return processes_; }
   DesktopScripts& scripts() override { return scripts_; }
+  DesktopTrash& trash() override { return trash_; }
   DesktopUserDefaults& userDefaults() override { return userDefaults_; }
   DesktopUserNotifications& userNotifications() override { return userNotifications_; }
   DesktopWindowServer& windowServer() override { return windowServer_; }
@@ -106,6 +108,7 @@ class DesktopPlatform : public Platform {
   DesktopLoginItems loginItems_;
   DesktopPasteboards pasteboards_;
   DesktopScripts scripts_;
+  DesktopTrash trash_;
   DesktopUserDefaults userDefaults_;
   DesktopUserNotifications userNotifications_;
   std::unique_ptr<DesktopInput> input_;

@@ -24,6 +24,7 @@
 #include "PlatformSimulated/SimulatedProcesses.h"
 #include "PlatformSimulated/SimulatedRunLoopHost.h"
 #include "PlatformSimulated/SimulatedScripts.h"
+#include "PlatformSimulated/SimulatedTrash.h"
 #include "PlatformSimulated/SimulatedUserDefaults.h"
 #include "PlatformSimulated/SimulatedUserNotifications.h"
 #include "PlatformSimulated/SimulatedWindowServer.h"
@@ -67,6 +68,7 @@ class SimulatedPlatform : public Platform {
   SimulatedPointer& pointer() override { return pointer_; }
   SimulatedProcesses& processes() override { return processes_; }
   SimulatedScripts& scripts() override { return scripts_; }
+  SimulatedTrash& trash() override { return trash_; }
   SimulatedUserDefaults& userDefaults() override { return userDefaults_; }
   SimulatedUserNotifications& userNotifications() override { return userNotifications_; }
   SimulatedWindowServer& windowServer() override { return windowServer_; }
@@ -104,6 +106,7 @@ class SimulatedPlatform : public Platform {
   SimulatedHotKeys hotKeys_;
   SimulatedLoginItems loginItems_;
   SimulatedPasteboards pasteboards_;
+  SimulatedTrash trash_{fileSystem_};
   SimulatedUserDefaults userDefaults_;
   SimulatedProcesses processes_;
   SimulatedUserNotifications userNotifications_;

@@ -246,6 +246,12 @@ class DesktopContractPlatform : public ContractPlatform {
     std::sort(names.begin(), names.end());
     return names;
   }
+  std::size_t numberOfThingsInTrash() override {
+    const fs::path files = Desk::instance().folder(".local/share") + "/Trash/files";
+    if (!fs::exists(files)) return 0;
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator(files), fs::directory_iterator()));
+  }
   void setDiskIsFull(bool full) override {
     rlimit limit{};
     getrlimit(RLIMIT_FSIZE, &limit);

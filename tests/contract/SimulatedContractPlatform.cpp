@@ -76,6 +76,7 @@ class SimulatedContractPlatform : public ContractPlatform {
     }
     return names;
   }
+  std::size_t numberOfThingsInTrash() override { return simulated_.trash().paths().size(); }
   void setDiskIsFull(bool full) override { simulated_.fileSystem().setWritesFail(full); }
 
   bool waitUntil(const std::function<bool()>& done) override {
