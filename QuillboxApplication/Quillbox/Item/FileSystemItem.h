@@ -18,6 +18,8 @@ class FileSystemItem : public Item {
 
   const std::string& path() const { return path_; }
   bool exists() const;
+  /// The file has gone there. Name and icon stay as they are.
+  void noteNewLocationAtPath(const std::string& path) { path_ = path; }
 
   PropertyList state() const override;
   std::string hotKeyIdentifier() const override { return path_; }

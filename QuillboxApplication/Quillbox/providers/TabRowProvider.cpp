@@ -1,8 +1,12 @@
 #include "Quillbox/providers/TabRowProvider.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "Platform/Trash.h"
 #include "Quillbox/Item/Item.h"
+#include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/rows/TabRow.h"
 #include "QuillboxCommon/views/Animation.h"
 
 namespace qb {
@@ -45,6 +49,17 @@ void TabRowProvider::itemsWillBeDisplayed() {
 void TabRowProvider::itemsWillBeDismissed() {
   itemsAreDisplayed_ = false;
   for (const auto& item : items_) item->tabRowWillBeDismissed();
+}
+
+void TabRowProvider::recycleURLs(std::vector<std::string> paths) {
+  quillbox->platform().trash().recycle(
+      std::move(paths), [self = shared_from_this()](const std::optional<std::string>& error) {
+        if (quillbox == nullptr) return;
+        if (error) quillbox->displayMessage(*error, "Error");
+        if (const auto row = self->tabRow()) {
+          row->itemsHaveChangedWithMaintainSelection(false, false);
+        }
+      });
 }
 
 void TabRowProvider::addItem(std::shared_ptr<Item> item) {

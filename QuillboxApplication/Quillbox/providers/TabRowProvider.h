@@ -82,7 +82,8 @@ class TabRowProvider : public std::enable_shared_from_this<TabRowProvider>, publ
   virtual std::shared_ptr<Item> itemForIndex(std::uint64_t index);
   virtual std::shared_ptr<Item> initiallySelectedItem() { return itemForIndex(0); }
   virtual void assignTabRowToAllItems();
-  void setItem(Item& item, const Rect& viewFrame, bool animate);
+  /// Places an item, over a quarter of a second if animated.
+  virtual void setItem(Item& item, const Rect& viewFrame, bool animate);
   virtual bool canInvokeAllItems() const { return false; }
   virtual void invokeAllItems() {}
 
@@ -139,6 +140,9 @@ class TabRowProvider : public std::enable_shared_from_this<TabRowProvider>, publ
   // Changes by the user. False stops the step.
   virtual bool removeItemFromTabRow(Item& /*item*/, bool /*confirmation*/) { return true; }
   virtual bool moveItemToTrash(Item& /*item*/) { return true; }
+  /// Moves files to the trash, for those who override the above. Later the user is told what could
+  /// not go, and the row has its items made anew either way.
+  void recycleURLs(std::vector<std::string> paths);
   /// Moves the item's file into a folder.
   virtual bool moveItem(Item& /*item*/, const std::string& /*toFolderAtPath*/) { return false; }
   virtual bool confirmProviderChange() { return true; }
