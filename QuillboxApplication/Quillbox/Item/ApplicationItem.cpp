@@ -44,6 +44,12 @@ std::shared_ptr<ApplicationItem> ApplicationItem::create(const Rect& frame,
   return item;
 }
 
+ItemInformation ApplicationItem::information() {
+  return {"Application", "ApplicationItem", [](const Rect& frame, const PropertyList& savedState) {
+            return create(frame, savedState);
+          }};
+}
+
 ApplicationItem::ApplicationItem(const Rect& frame, const std::string& bundleIdentifier,
                                  const std::string& name, const std::string& path)
     : FileSystemItem(frame, name, path), bundleIdentifier_(bundleIdentifier) {}

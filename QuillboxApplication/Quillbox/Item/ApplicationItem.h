@@ -2,6 +2,7 @@
 
 #include "Platform/Workspace.h"
 #include "Quillbox/Item/FileSystemItem.h"
+#include "Quillbox/Item/ItemInformation.h"
 
 namespace qb {
 
@@ -24,6 +25,8 @@ class ApplicationItem : public FileSystemItem {
                                                  const std::string& name, const std::string& path);
   /// Intended: such an item has no bundle identifier of its own.
   static std::shared_ptr<ApplicationItem> create(const Rect& frame, const PropertyList& savedState);
+
+  static ItemInformation information();
 
   std::int32_t type() const override { return ItemTypeApplication; }
   const std::string& bundleIdentifier() const { return bundleIdentifier_; }

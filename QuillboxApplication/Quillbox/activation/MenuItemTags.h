@@ -8,6 +8,8 @@ namespace qb {
 enum MenuItemTag : std::int64_t {
   /// A heading: shown gray and centred.
   MenuItemTagGrayTitle = 94688,
+  /// Opens the decorations of an item.
+  MenuItemTagDecorate = 88824,
   /// Stands for entries that are made only when wanted; see MoreMenuItemDelegate.
   MenuItemTagMore = 29485,
 };
