@@ -72,13 +72,7 @@ std::shared_ptr<View> MenuHelpers::createHighlightView(Size tile, const std::str
   const Rect all{{0, 0}, tile};
   auto highlight = std::make_shared<RoundedRectangleView>(all);
   highlight->setRenderBackground(false);
-  auto frame = std::make_shared<RoundedRectangleView>(all);
-  frame->setCornerRadius(tileCornerRadius);
-  frame->setBackgroundColor(tileColor);
-  frame->setRenderBorder(true);
-  frame->setBorderWidth(tileBorderWidth);
-  frame->setBorderColor(tileBorderColor);
-  highlight->addSubview(frame);
+  highlight->addSubview(createHighlightFrame(tile));
   if (!label.empty()) {
     auto text = std::make_shared<LabelView>(
         measurer_, Rect::make((tile.width - labelSize.width) / 2, tile.height - labelSize.height,
@@ -89,6 +83,16 @@ std::shared_ptr<View> MenuHelpers::createHighlightView(Size tile, const std::str
     highlight->addSubview(text);
   }
   return highlight;
+}
+
+std::shared_ptr<RoundedRectangleView> MenuHelpers::createHighlightFrame(Size size) {
+  auto frame = std::make_shared<RoundedRectangleView>(Rect{{0, 0}, size});
+  frame->setCornerRadius(tileCornerRadius);
+  frame->setBackgroundColor(tileColor);
+  frame->setRenderBorder(true);
+  frame->setBorderWidth(tileBorderWidth);
+  frame->setBorderColor(tileBorderColor);
+  return frame;
 }
 
 void MenuHelpers::TileDelegate::itemWasSelected(GridViewItem&, GridView& grid) {

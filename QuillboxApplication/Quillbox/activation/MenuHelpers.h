@@ -11,6 +11,8 @@
 
 namespace qb {
 
+class RoundedRectangleView;
+
 /// What menus of several parts of the program have in common: an item that is one large picture,
 /// and titles with a name in them. Main thread.
 class MenuHelpers {
@@ -28,6 +30,9 @@ class MenuHelpers {
   /// a second later. Its represented object is the tile's `std::shared_ptr<GridView>`.
   std::shared_ptr<MenuItem> customMenuItemWithImage(const Image& image, const std::string& label,
                                                     MenuItem::Action action) const;
+
+  /// What marks the picture under the pointer in a menu of pictures.
+  static std::shared_ptr<RoundedRectangleView> createHighlightFrame(Size size);
 
  private:
   /// Performs the action of the item to which the clicked tile belongs.
