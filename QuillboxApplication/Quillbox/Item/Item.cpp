@@ -1,7 +1,9 @@
 #include "Quillbox/Item/Item.h"
 
+#include "Quillbox/Item/DecorationMenu.h"
 #include "Quillbox/Item/DraggingItem.h"
 #include "Quillbox/Item/ItemView.h"
+#include "Quillbox/activation/MenuItemTags.h"
 #include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/managers/DecorationManager.h"
 #include "Quillbox/managers/ImageManager.h"
@@ -132,6 +134,11 @@ void Item::wasDeselected() {
 
 Item::MenuItems Item::configureMenuItems() {
   MenuItems items;
+  if (decorateable()) {
+    items.push_back(MenuItem::create("Decorate", menuAction("decorate", &Item::decorate)));
+    items.back()->setTag(MenuItemTagDecorate);
+    items.back()->setSubmenu(getDecorationMenu());
+  }
   if (removable_) {
     items.push_back(MenuItem::create(
         "Remove from Tab Row....",
@@ -139,6 +146,14 @@ Item::MenuItems Item::configureMenuItems() {
   }
   return items;
 }
+
+std::shared_ptr<Menu> Item::getDecorationMenu() {
+  return DecorationMenu::create(shared_from_this());
+}
+
+void Item::menuTrackingWillBegin(Menu& /*menu*/) { DecorationMenu::menuTrackingWillBegin(); }
+
+void Item::menuTrackingDidFinish(Menu& /*menu*/) { DecorationMenu::menuTrackingDidFinish(); }
 
 void Item::removeItemFromTabRowSelected(MenuItem& /*menuItem*/) {
   if (const auto row = tabRow()) row->removeItemFromTabRow(shared_from_this(), true);

@@ -182,12 +182,14 @@ class Item : public std::enable_shared_from_this<Item>, public MenuItemTarget {
   virtual void configure() { dismissPopUpView(); }
   /// Its own entries of the menu that configures it; the row adds those of the provider.
   virtual MenuItems configureMenuItems();
+  /// The submenu in which it gets a badge and a tint; see DecorationMenu.
+  std::shared_ptr<Menu> getDecorationMenu();
   /// That menu is about to open; is open (ten times a second); highlights another of its items, or
-  /// none (null); has closed.
-  virtual void menuTrackingWillBegin(Menu& /*menu*/) {}
+  /// none (null); has closed. Overrides of the first and the last call the base.
+  virtual void menuTrackingWillBegin(Menu& menu);
   virtual void menuTrackingIsContinuing(Menu& /*menu*/) {}
   virtual void menuWillHighlightItem(Menu& /*menu*/, MenuItem* /*item*/) {}
-  virtual void menuTrackingDidFinish(Menu& /*menu*/) {}
+  virtual void menuTrackingDidFinish(Menu& menu);
   /// Has the user say where the file has gone that it stands for.
   virtual void identifyMissingRepresentedItem() {}
 
@@ -231,6 +233,8 @@ class Item : public std::enable_shared_from_this<Item>, public MenuItemTarget {
   virtual void willBeRemovedFromTabBar() {}
 
   // Actions of its menu.
+  /// Nothing: the submenu does it.
+  void decorate(MenuItem& /*menuItem*/) {}
   /// Takes it from its row, if the user confirms.
   void removeItemFromTabRowSelected(MenuItem& menuItem);
 
