@@ -147,6 +147,35 @@ TEST_F(TabRowProviderTest, LetsGoOfItsItemsWhenItIsNoLongerWanted) {
   EXPECT_TRUE(plain->items().empty());
 }
 
+TEST_F(TabRowProviderTest, AnEntryIsOfferedUnlessItSaysOtherwise) {
+  TabRowProviderInformation information("Plain", "TabRowProvider",
+                                        [] { return std::make_shared<TabRowProvider>(); });
+  EXPECT_TRUE(information.shouldAppearInProviderSelector());
+  information.setShouldAppearInProviderSelector(false);
+  EXPECT_FALSE(information.shouldAppearInProviderSelector());
+  // It can still be restored.
+  EXPECT_NE(information.createProvider(), nullptr);
+}
+
+TEST_F(TabRowProviderTest, AnEntryCanDependOnWhatIsInstalledAtTheMoment) {
+  class InstalledInformation : public TabRowProviderInformation {
+   public:
+    explicit InstalledInformation(const bool& installed)
+        : TabRowProviderInformation("Cloud", "TabRowProvider",
+                                    [] { return std::make_shared<TabRowProvider>(); }),
+          installed_(installed) {}
+    bool shouldAppearInProviderSelector() const override { return installed_; }
+
+   private:
+    const bool& installed_;
+  };
+  bool installed = false;
+  const InstalledInformation information(installed);
+  EXPECT_FALSE(information.shouldAppearInProviderSelector());
+  installed = true;
+  EXPECT_TRUE(information.shouldAppearInProviderSelector());
+}
+
 TEST_F(TabRowProviderTest, CatalogueNamesItsEntries) {
   std::vector<std::array<std::string, 2>> entries;
   for (const auto& information : tabRowProviderCatalogue()) {
