@@ -18,7 +18,7 @@ bool Button::isInside(const Event& event) const {
   return contains(bounds(), convertPointFromView(event.location, nullptr));
 }
 
-void Button::setPressed(bool pressed) {
+void Button::highlight(bool pressed) {
   if (pressed == pressed_) return;
   pressed_ = pressed;
   setNeedsDisplay();
@@ -26,17 +26,17 @@ void Button::setPressed(bool pressed) {
 
 void Button::mouseDown(const Event& event) {
   tracking_ = true;
-  setPressed(isInside(event));
+  highlight(isInside(event));
 }
 
 void Button::mouseDragged(const Event& event) {
-  if (tracking_) setPressed(isInside(event));
+  if (tracking_) highlight(isInside(event));
 }
 
 void Button::mouseUp(const Event& event) {
   if (!tracking_) return;
   tracking_ = false;
-  setPressed(false);
+  highlight(false);
   if (isInside(event)) performClick();
 }
 

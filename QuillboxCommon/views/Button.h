@@ -12,6 +12,7 @@ class Button : public ImageView {
  public:
   using Action = std::function<void()>;
   explicit Button(const Rect& frame = {}) : ImageView(frame) {}
+  bool isFlipped() const override { return true; }
   void draw(Canvas& canvas) override;
 
   void setAction(Action action) { action_ = std::move(action); }
@@ -19,6 +20,8 @@ class Button : public ImageView {
   void performClick();
   /// The mouse was pressed on it and is over it now.
   bool isPressed() const { return pressed_; }
+  /// Shows it as pressed or not.
+  void highlight(bool pressed);
 
   void mouseDown(const Event& event) override;
   void mouseDragged(const Event& event) override;
@@ -26,7 +29,6 @@ class Button : public ImageView {
 
  private:
   bool isInside(const Event& event) const;
-  void setPressed(bool pressed);
 
   Action action_;
   bool tracking_ = false;
