@@ -9,6 +9,7 @@
 #include "Platform/Graphics.h"
 #include "Platform/MenuPresenter.h"
 #include "Platform/Scripts.h"
+#include "Platform/Workspace.h"
 #include "Quillbox/Item/Item.h"
 #include "Quillbox/activation/AccessibilityAccess.h"
 #include "Quillbox/activation/ActivationTypes.h"
@@ -26,8 +27,10 @@
 #include "Quillbox/managers/DecorationManager.h"
 #include "Quillbox/managers/DockManager.h"
 #include "Quillbox/managers/ImageManager.h"
+#include "Quillbox/rows/DragOperations.h"
 #include "Quillbox/rows/HostView.h"
 #include "Quillbox/rows/TabRow.h"
+#include "Quillbox/windows/ItemChooserWindowController.h"
 #include "QuillboxCommon/Format.h"
 #include "QuillboxCommon/views/Window.h"
 
@@ -57,6 +60,7 @@ Quillbox::Quillbox(AppDelegate& appDelegate, Platform& platform)
   menuHelpers_ = std::make_unique<MenuHelpers>(platform.graphics());
   savedDictionaries_ = std::make_unique<SavedDictionaries>(platform.fileSystem());
   dialogs_ = std::make_unique<QuillboxDialogs>(*this);
+  dragOperations_ = std::make_unique<DragOperations>(*this);
   popUpViews_ = std::make_unique<PopUpViews>(*this);
   notifications_ = std::make_unique<QuillboxNotifications>(*this);
   platform.scripts().setBeginUserInteraction([this] {
@@ -359,6 +363,30 @@ std::optional<std::vector<std::string>> Quillbox::runOpenPanelWithAllowFiles(
 
 std::string Quillbox::changeNameOfObject(const std::string& object, const std::string& from) {
   return dialogs_->changeName(object, from);
+}
+
+void Quillbox::presentItemChooserWithTitle(
+    const std::string& title, const std::vector<std::shared_ptr<Item>>& items, Size itemSize,
+    const std::function<void(const std::shared_ptr<Item>&)>& completion) {
+  if (items.size() < 2) {
+    completion(items.empty() ? nullptr : items.front());
+    return;
+  }
+  const auto application = platform_.workspace().menuBarOwningApplication();
+  ItemChooserWindowController(title, items, itemSize, completion).runModal();
+  if (application) application->activateWithOptions(0);
+}
+
+// Drags over the panel.
+
+std::int32_t Quillbox::registerDragOperation(const std::shared_ptr<DragOperation>& drag) {
+  return dragOperations_->registerDragOperation(drag);
+}
+
+void Quillbox::deregisterDragOperation() { dragOperations_->deregisterDragOperation(); }
+
+bool Quillbox::dragOperationIsInProgress() const {
+  return dragOperations_->dragOperationIsInProgress();
 }
 
 // Pop-up views.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,6 +21,8 @@ class AppDelegate;
 class ApplicationManager;
 class DecorationManager;
 class DockManager;
+class DragOperation;
+class DragOperations;
 class EventListener;
 class EventMonitorProtocol;
 class HostView;
@@ -173,6 +176,16 @@ class Quillbox {
       bool allowFiles, bool allowDirectories, const std::vector<std::string>& allowedFileTypes,
       const std::string& directory);
   std::string changeNameOfObject(const std::string& object, const std::string& from);
+  /// Has the user choose one of some items in a window of its own, and returns when the completion
+  /// has got the choice: null for none. A single item needs no window.
+  void presentItemChooserWithTitle(
+      const std::string& title, const std::vector<std::shared_ptr<Item>>& items, Size itemSize,
+      const std::function<void(const std::shared_ptr<Item>&)>& completion);
+
+  // Drags over the panel; see DragOperations.
+  std::int32_t registerDragOperation(const std::shared_ptr<DragOperation>& drag);
+  void deregisterDragOperation();
+  bool dragOperationIsInProgress() const;
 
   // Views that items show beside themselves; see PopUpViews.
   Size maximumPopUpViewSizeForItem(const Item& item) const;
@@ -200,6 +213,7 @@ class Quillbox {
   std::unique_ptr<QuillboxNotifications> notifications_;
   std::unique_ptr<QuillboxDialogs> dialogs_;
   std::unique_ptr<PopUpViews> popUpViews_;
+  std::unique_ptr<DragOperations> dragOperations_;
 };
 
 /// The one facade, or null while there is none.

@@ -101,7 +101,10 @@ void HostView::windowWillBeDisplayed(Window& window, const PropertyList& environ
   if ((byCommandTab || byOptionTab) && activeTabRow_) activeTabRow_->selectInitialItem();
 }
 
-void HostView::windowWasDisplayed(Window& window) { window.makeFirstResponder(this); }
+void HostView::windowWasDisplayed(Window& window) {
+  for (const auto& row : tabRows_) row->hostViewWasDisplayed();
+  window.makeFirstResponder(this);
+}
 
 void HostView::windowWillBeDismissed(Window& window) {
   tabRowMove_->end();
@@ -112,6 +115,7 @@ void HostView::windowWillBeDismissed(Window& window) {
 }
 
 void HostView::windowWasDismissed(Window& /*window*/) {
+  quillbox->deregisterDragOperation();
   quillbox->dismissPopUpViewsForAllItems();
   for (const auto& row : tabRows_) row->hostViewWasDismissed();
   if (activeTabRow_) activeTabRow_->relinquishActiveStatus();

@@ -59,7 +59,10 @@ std::shared_ptr<TabRow> HostView::addTabRowRelativeToTabRow(TabRow& tabRow,
   auto row = createTabRowAtIndex(tabRow.index() + below, nullptr, false);
   row->setAlphaValue(0);
   // A row that joins an open panel takes part from now on.
-  if (mouseMonitorTimer_) row->hostViewWillBeDisplayed();
+  if (mouseMonitorTimer_) {
+    row->hostViewWillBeDisplayed();
+    row->hostViewWasDisplayed();
+  }
   arrangeTabRowsWithAnimate(true);
   runLoopFor(makingRoomDuration);
   {

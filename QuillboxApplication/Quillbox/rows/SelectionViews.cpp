@@ -3,80 +3,85 @@
 #include "Platform/Graphics.h"
 #include "Quillbox/Item/Item.h"
 #include "Quillbox/activation/Quillbox.h"
+#include "QuillboxCommon/views/Animation.h"
 
 namespace qb {
 
 namespace {
 
-constexpr double haloMargin = 4;
-constexpr double initialHaloSize = 50;
-constexpr double labelPadding = 20;
-constexpr double labelHeight = 19;
-constexpr double labelBottomDistance = 22;
-constexpr double labelRowMargin = 15;
-constexpr Color shade = Color::colorWithCalibratedWhite(0, 0.5);
+constexpr Size buttonSize{20, 20};
+/// How far the buttons stand out over the halo: upwards, to the left, and into the right side.
+constexpr double buttonsAbove = 7, removeButtonLeft = 7, configureButtonFromRight = 12;
+
+std::shared_ptr<RowButton> createButton(const char* imageName) {
+  return std::make_shared<RowButton>(quillbox->platform().graphics().imageNamed(imageName),
+                                     buttonSize);
+}
 
 }  // namespace
 
 SelectionViews::SelectionViews()
-    : label_(std::make_shared<LabelView>(quillbox->platform().graphics())),
-      halo_(std::make_shared<RoundedRectangleView>(
-          Rect::make(0, 0, initialHaloSize, initialHaloSize))),
-      eventCaptureView_(std::make_shared<EventCaptureView>(halo_->frame())) {
-  label_->setCornerRadius(10);
-  label_->setBackgroundColor(shade);
-  label_->setShadowed(true);
-  halo_->setBackgroundColor(shade);
-  halo_->setRenderBorder(true);
-  halo_->setBorderColor(Color::white());
-  setLookForHaloHeight(initialHaloSize + 1);
+    : eventCaptureView_(std::make_shared<EventCaptureView>(halo_.halo().frame())),
+      removeButton_(createButton("DeleteItemButton")),
+      configureButton_(createButton("ConfigureItemButton")) {
   eventCaptureView_->setAlphaValue(0);
   hide();
 }
 
 void SelectionViews::addToRow(View& row, EventCaptureViewDelegate& delegate) {
   eventCaptureView_->setDelegate(&delegate);
-  row.addSubview(label_);
-  row.addSubview(halo_);
+  halo_.addToView(row);
+  row.addSubview(removeButton_);
+  row.addSubview(configureButton_);
   row.addSubview(eventCaptureView_);
 }
 
-void SelectionViews::bringToFront(View& row) { row.addSubview(eventCaptureView_); }
-
-void SelectionViews::showAtItem(const Item& item, Size haloSize, Size rowSize) {
-  const Point corner = item.view()->frame().origin;
-  halo_->setFrame({{corner.x - haloMargin, corner.y - haloMargin}, haloSize});
-  halo_->setHidden(false);
-  placeLabel(item, rowSize);
-  eventCaptureView_->setFrame(halo_->frame());
-  // A button takes its own clicks.
-  eventCaptureView_->setHidden(item.type() == ItemTypeButton);
+void SelectionViews::bringToFront(View& row) {
+  row.addSubview(eventCaptureView_);
+  row.addSubview(removeButton_);
+  row.addSubview(configureButton_);
 }
 
-void SelectionViews::placeLabel(const Item& item, Size rowSize) {
-  label_->setText(item.name());
-  const double width = label_->textWidth() + labelPadding;
-  double x = item.view()->frame().center().x - width / 2;
-  if (x < labelRowMargin) x = labelRowMargin;
-  const double excess = x + width - (rowSize.width - labelRowMargin);
-  if (excess > 0) x -= excess;
-  label_->setFrame(Rect::make(x, rowSize.height - labelBottomDistance, width, labelHeight));
-  label_->setHidden(item.name().empty());
+void SelectionViews::showAtItem(const Item& item, Size haloSize, Size rowSize) {
+  hideButtons();
+  halo_.showAtItem(item, haloSize, rowSize);
+  const Rect& halo = halo_.halo().frame();
+  eventCaptureView_->setFrame(halo);
+  // A button takes its own clicks.
+  eventCaptureView_->setHidden(item.type() == ItemTypeButton);
+  const double y = halo.y() - buttonsAbove;
+  removeButton_->setFrame({{halo.x() - removeButtonLeft, y}, buttonSize});
+  configureButton_->setFrame({{halo.maxX() - configureButtonFromRight, y}, buttonSize});
 }
 
 void SelectionViews::hide() {
-  halo_->setHidden(true);
-  label_->setHidden(true);
+  halo_.hide();
   eventCaptureView_->setHidden(true);
+  hideButtons();
 }
 
-void SelectionViews::setLookForHaloHeight(double height) {
-  struct Look {
-    double borderWidth, cornerRadius;
-  };
-  const Look look = height > 50 ? Look{3, 10} : height > 40 ? Look{2.67, 9} : Look{2.34, 7};
-  halo_->setBorderWidth(look.borderWidth);
-  halo_->setCornerRadius(look.cornerRadius);
+void SelectionViews::showButtons(const Item& item) {
+  removeButton_->setHidden(false);
+  configureButton_->setHidden(false);
+  if (item.isRemovable()) removeButton_->animator().setAlphaValue(1);
+  if (item.configurable()) configureButton_->animator().setAlphaValue(1);
+}
+
+void SelectionViews::hideButtons() {
+  for (const auto& button : {removeButton_, configureButton_}) {
+    button->setHidden(true);
+    button->setAlphaValue(0);
+  }
+}
+
+void SelectionViews::makeButtonsReady() {
+  removeButton_->setHidden(false);
+  configureButton_->setHidden(false);
+}
+
+bool SelectionViews::buttonsAreHitBy(Point point) const {
+  return (!removeButton_->isHidden() && contains(removeButton_->frame(), point)) ||
+         (!configureButton_->isHidden() && contains(configureButton_->frame(), point));
 }
 
 }  // namespace qb

@@ -5,6 +5,7 @@
 #include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/activation/Settings.h"
 #include "Quillbox/providers/TabRowProvider.h"
+#include "Quillbox/rows/ItemMenu.h"
 #include "Quillbox/rows/ProviderSelector.h"
 
 namespace qb {
@@ -37,7 +38,11 @@ TabRow::TabRow(const std::shared_ptr<HostView>& hostView, const Rect& frame,
   setBorderColor(Color::white());
 }
 
-TabRow::~TabRow() { selectionViews_.eventCaptureView().setDelegate(nullptr); }
+TabRow::~TabRow() {
+  RunLoop::main().cancelPreviousPerformRequests(this);
+  selectionViews_.eventCaptureView().setDelegate(nullptr);
+  providerSelector_->prepareForDeallocation();
+}
 
 TabRowProvider& TabRow::source() const {
   static TabRowProvider nothing;
@@ -46,8 +51,15 @@ TabRowProvider& TabRow::source() const {
 
 void TabRow::createViews() {
   selectionViews_.addToRow(*this, *this);
-  providerSelector_ =
-      ProviderSelector::create(Rect::make(0, 0, bounds().width(), selectorHeight), provider_);
+  selectionViews_.removeButton().setAction([this] {
+    if (const auto item = selectedItem_) removeItemFromTabRow(item, true);
+  });
+  selectionViews_.configureButton().setAction(
+      [this] { configureSelectedItemWithMethod(ItemMenuMethodConfigureButton); });
+  itemMenu_ = ItemMenu::create(*this);
+  rowButtons_.addToRow();
+  providerSelector_ = ProviderSelector::create(
+      sharedFrom(*this), Rect::make(0, 0, bounds().width(), selectorHeight), provider_);
   addSubview(providerSelector_);
 }
 
@@ -63,6 +75,16 @@ void TabRow::setHilited(bool hilited) {
   setBackgroundColor(color);
 }
 
+void TabRow::setCanBeDeleted(bool can) {
+  canBeDeleted_ = can;
+  if (!can) rowButtons_.showDeleteButton(false, true);
+}
+
+void TabRow::setCanBeMoved(bool can) {
+  canBeMoved_ = can;
+  if (!can) rowButtons_.showDragButton(false, true);
+}
+
 void TabRow::noteEnvironment(const PropertyList& environment) {
   source().noteEnvironment(environment);
 }
@@ -70,19 +92,31 @@ void TabRow::noteEnvironment(const PropertyList& environment) {
 void TabRow::hostViewWillBeDisplayed() {
   isDisplayed_ = true;
   itemSelectionEnabled_ = true;
+  rowButtons_.hide();
+  selectionViews_.hideButtons();
+  mouseWithinProviderSelector_ = false;
   indexScrollOffset_ = 0;
+  providerSelector_->owningTabRowWillBeDisplayed();
   if (!itemsHaveBeenCreated_ || source().haveItemsChanged()) haveProviderCreateItems();
   getItems();
   arrangeItemsWithMaintainScrollOffset(false, false);
   presentItems(false);
 }
 
+void TabRow::hostViewWasDisplayed() {
+  providerSelector_->owningTabRowWasDisplayed();
+  rowButtons_.makeReady(canBeDeleted_);
+  selectionViews_.makeButtonsReady();
+}
+
 void TabRow::hostViewWillBeDismissed() {
   isDisplayed_ = false;
   setHilited(false);
+  rowButtons_.hide();
+  selectionViews_.hideButtons();
   source().itemsWillBeDismissed();
-  leftMoreIndicator_.exitHoverState();
-  rightMoreIndicator_.exitHoverState();
+  exitMoreIndicatorHoverStates();
+  providerSelector_->owningTabRowWillBeDismissed();
 }
 
 void TabRow::hostViewWasDismissed() {
@@ -108,6 +142,22 @@ void TabRow::updateProviderName() {
   providerSelector_->setProviderName(source().name());
   arrangeProviderSelector();
 }
+
+void TabRow::configureSelectedItemWithMethod(std::int32_t method) {
+  itemMenu_->configureSelectedItemWithMethod(method);
+}
+
+void TabRow::popUpProviderSelectorMenuWithEvent(const Event& event) {
+  providerMenus_.popUpProviderSelectorMenuWithEvent(event);
+}
+
+void TabRow::popUpProviderConfigureMenu() { providerMenus_.popUpProviderConfigureMenu(); }
+
+void TabRow::popUpProviderConfigureMenuAtLocation(Point location) {
+  providerMenus_.popUpProviderConfigureMenuAtLocation(location);
+}
+
+void TabRow::providerSelected(const MenuItem& sender) { providerMenus_.providerSelected(sender); }
 
 void TabRow::showInstructionalMessage(const std::string& message) {
   if (!instructionalMessageLabel_) {

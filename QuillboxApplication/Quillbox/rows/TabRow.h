@@ -6,7 +6,10 @@
 #include <vector>
 
 #include "Quillbox/activation/QuillboxAction.h"
+#include "Quillbox/rows/DragButton.h"
 #include "Quillbox/rows/MoreIndicator.h"
+#include "Quillbox/rows/ProviderMenus.h"
+#include "Quillbox/rows/RowButtons.h"
 #include "Quillbox/rows/SelectionViews.h"
 #include "QuillboxCommon/PropertyList.h"
 #include "QuillboxCommon/views/EventCaptureView.h"
@@ -18,6 +21,7 @@ namespace qb {
 class DragOperation;
 class HostView;
 class Item;
+class ItemMenu;
 class ProviderSelector;
 class TabRowProvider;
 struct DragItem;
@@ -34,7 +38,9 @@ enum SelectionMethod : std::int32_t {
 /// While the panel is closed the row holds no items, and the provider keeps its own for the next
 /// opening. A row may have no provider: it has no items then. Coordinates have their origin at the
 /// top left. Owned by its host view. Main thread.
-class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
+class TabRow : public RoundedRectangleView,
+               public EventCaptureViewDelegate,
+               public DragButtonTarget {
  public:
   static std::shared_ptr<TabRow> create(const std::shared_ptr<HostView>& hostView,
                                         const Rect& frame,
@@ -47,9 +53,9 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
   std::uint64_t index() const { return index_; }
   void setIndex(std::uint64_t index) { index_ = index; }
   bool canBeDeleted() const { return canBeDeleted_; }
-  void setCanBeDeleted(bool can) { canBeDeleted_ = can; }
+  void setCanBeDeleted(bool can);
   bool canBeMoved() const { return canBeMoved_; }
-  void setCanBeMoved(bool can) { canBeMoved_ = can; }
+  void setCanBeMoved(bool can);
   /// It opens as the active row on Command-Tab.
   bool isDefaultCommandTabRow() const { return isDefaultCommandTabRow_; }
   void setIsDefaultCommandTabRow(bool isDefault) { isDefaultCommandTabRow_ = isDefault; }
@@ -64,6 +70,7 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
   // Opening and closing.
   void noteEnvironment(const PropertyList& environment);
   void hostViewWillBeDisplayed();
+  void hostViewWasDisplayed();
   void hostViewWillBeDismissed();
   void hostViewWasDismissed();
   void gainActiveStatusAsDefault(bool asDefault);
@@ -90,6 +97,9 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
   /// false always, since the row has seen to that itself.
   bool receiveDragOperation(const DragOperation& drag,
                             const std::vector<std::shared_ptr<DragItem>>& dragItems);
+  bool trashItem(const std::shared_ptr<Item>& item);
+  bool moveItem(const std::shared_ptr<Item>& item, const std::string& toFolderAtPath);
+  void invokeAllItems();
   void showInstructionalMessage(const std::string& message);
   void hideInstructionalMessage();
 
@@ -106,12 +116,21 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
   /// forward with any other, round the ends. With code 1 an index past the end means the first
   /// item, otherwise the last one. Nothing when no item is invokable.
   void selectItemAtIndexOrNearest(std::int64_t index, std::int32_t actionCode, std::int32_t method);
+  /// The small buttons of an item that is still the selected one.
+  void showButtonsForItem(const std::shared_ptr<Item>& item);
   SelectionViews& selectionViews() { return selectionViews_; }
 
   // Actions.
   /// Answers whether the action was an invocation.
   bool handleAction(const QuillboxAction& action);
   void keyDown(const Event& event) override;
+
+  // Menus. Each returns when it has closed; see ItemMenu and ProviderMenus.
+  void configureSelectedItemWithMethod(std::int32_t method);
+  void popUpProviderSelectorMenuWithEvent(const Event& event);
+  void popUpProviderConfigureMenu();
+  void popUpProviderConfigureMenuAtLocation(Point location);
+  void providerSelected(const MenuItem& sender);
 
   // Layout.
   using RoundedRectangleView::setFrame;
@@ -126,6 +145,7 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
   void adjustItemsVisibility();
   void arrangeMoreIndicators();
   void arrangeProviderSelector();
+  void arrangeButtons();
   /// Origin zero, and the size that the row has or is on its way to.
   const Rect& selfBounds() const { return selfBounds_; }
   Size haloSize() const { return haloSize_; }
@@ -137,6 +157,7 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
   MoreIndicator& leftMoreIndicator() { return leftMoreIndicator_; }
   MoreIndicator& rightMoreIndicator() { return rightMoreIndicator_; }
   ProviderSelector& providerSelector() { return *providerSelector_; }
+  RowButtons& rowButtons() { return rowButtons_; }
   /// Null when there is no message.
   LabelView* instructionalMessageLabel() const { return instructionalMessageLabel_.get(); }
 
@@ -149,6 +170,20 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
 
   void mouseDownInEventCaptureView(const Event& event, EventCaptureView& view) override;
   void mouseUpInEventCaptureView(const Event& event, EventCaptureView& view) override;
+  void rightMouseUpInEventCaptureView(const Event& event, EventCaptureView& view) override;
+  /// On the row's own background.
+  void mouseUp(const Event& event) override;
+  void rightMouseUp(const Event& event) override;
+
+  // Its buttons.
+  void deleteTabButtonPressed();
+  void addButtonPressed();
+  void mouseDownInButton(const Event& event) override;
+  void mouseUpForButton(const Event& event) override;
+
+  // Drags over the panel; see DragOperations.
+  void setupForDragOperation(const DragOperation& drag, std::uint32_t dragTypes);
+  void tearDownAfterDragOperation(const DragOperation& drag);
 
  private:
   TabRow(const std::shared_ptr<HostView>& hostView, const Rect& frame,
@@ -174,13 +209,22 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
   bool invokeSelectedItem(bool stay);
   void performItemAction(const std::shared_ptr<Item>& item, std::int32_t actionCode);
   std::shared_ptr<Item> itemUnderPoint(Point point) const;
-  bool pressHoldsDraggableItem() const;
+  /// True when the press under way keeps the pointer from selecting.
+  bool noteMouseDraggedTo(Point point);
+  void dragItem(const std::shared_ptr<Item>& item);
+  void noteMouseWithinProviderSelector(bool within);
+  void exitMoreIndicatorHoverStates();
+  void noteItemHasLeft(const std::shared_ptr<Item>& item);
+  void noteFileOfItemHasMoved(const std::shared_ptr<Item>& item);
 
   std::weak_ptr<HostView> hostView_;
   std::shared_ptr<TabRowProvider> provider_;
   std::shared_ptr<ProviderSelector> providerSelector_;
   std::shared_ptr<LabelView> instructionalMessageLabel_;
   SelectionViews selectionViews_;
+  RowButtons rowButtons_{*this};
+  ProviderMenus providerMenus_{*this};
+  std::shared_ptr<ItemMenu> itemMenu_;
   MoreIndicator leftMoreIndicator_{*this, MoreIndicator::Side::Left};
   MoreIndicator rightMoreIndicator_{*this, MoreIndicator::Side::Right};
 
@@ -199,7 +243,10 @@ class TabRow : public RoundedRectangleView, public EventCaptureViewDelegate {
   bool itemSelectionEnabled_ = true, respondingToChangedItems_ = false;
   /// From the opening of the panel until it begins to close.
   bool isDisplayed_ = false;
-  bool handlingMouseDownEvent_ = false;
+  bool handlingMouseDownEvent_ = false, mouseWithinProviderSelector_ = false;
+  /// The press under way has become a drag of its item.
+  bool draggingItem_ = false;
+  Event mouseDownEvent_;
 };
 
 }  // namespace qb

@@ -167,12 +167,42 @@ void TabRow::restoreSelection(const RememberedSelection& remembered) {
 }
 
 bool TabRow::removeItemFromTabRow(const std::shared_ptr<Item>& item, bool confirmation) {
-  if (!source().removeItemFromTabRow(*item, confirmation)) return false;
-  if (item == selectedItem_) setSelectedItem(nullptr, SelectionMethodProgram);
-  item->willBeRemovedFromTabBar();
+  // Held: a provider that asks the user runs the loop.
+  const auto self = sharedFrom(*this);
+  const auto removed = item;
+  if (!source().removeItemFromTabRow(*removed, confirmation)) return false;
+  noteItemHasLeft(removed);
   // Who was asked has looked away from the row; a quick removal goes on with another item.
   itemsHaveChangedWithMaintainSelection(!confirmation, true);
   return true;
 }
+
+bool TabRow::trashItem(const std::shared_ptr<Item>& item) {
+  const auto self = sharedFrom(*this);
+  const auto trashed = item;
+  if (!source().moveItemToTrash(*trashed)) return false;
+  noteFileOfItemHasMoved(trashed);
+  return true;
+}
+
+bool TabRow::moveItem(const std::shared_ptr<Item>& item, const std::string& toFolderAtPath) {
+  const auto self = sharedFrom(*this);
+  const auto moved = item;
+  if (!source().moveItem(*moved, toFolderAtPath)) return false;
+  noteFileOfItemHasMoved(moved);
+  return true;
+}
+
+void TabRow::noteFileOfItemHasMoved(const std::shared_ptr<Item>& item) {
+  noteItemHasLeft(item);
+  itemsHaveChangedWithMaintainSelection(false, true);
+}
+
+void TabRow::noteItemHasLeft(const std::shared_ptr<Item>& item) {
+  if (item == selectedItem_) setSelectedItem(nullptr, SelectionMethodProgram);
+  item->willBeRemovedFromTabBar();
+}
+
+void TabRow::invokeAllItems() { source().invokeAllItems(); }
 
 }  // namespace qb

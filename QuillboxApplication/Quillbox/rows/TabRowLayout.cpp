@@ -38,9 +38,12 @@ void TabRow::setFrame(const Rect& frame, Size haloSize, bool animate) {
   distanceBetweenItems_ = static_cast<std::int64_t>(haloSize.width);
   if (instructionalMessageLabel_) instructionalMessageLabel_->setFrame(selfBounds_);
   arrangeItemsWithMaintainScrollOffset(false, animate);
+  arrangeButtons();
   arrangeProviderSelector();
   arrangeMoreIndicators();
 }
+
+void TabRow::arrangeButtons() { rowButtons_.arrange(selfBounds_.size); }
 
 void TabRow::arrangeItemsWithMaintainScrollOffset(bool maintainScrollOffset, bool animate) {
   if (animate) {

@@ -5,12 +5,24 @@
 #include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/providers/TabRowProvider.h"
 #include "Quillbox/rows/TabRow.h"
+#include "QuillboxCommon/RunLoop.h"
 #include "QuillboxCommon/views/Button.h"
 
 namespace qb {
 
-void TabRow::setSelectedItem(std::shared_ptr<Item> item, std::int32_t /*method*/) {
-  if (!itemSelectionEnabled_ || item == selectedItem_) return;
+namespace {
+
+/// The rest of the pointer on an item after which its buttons show.
+constexpr TimeInterval buttonsDelay = 0.5;
+
+}  // namespace
+
+void TabRow::setSelectedItem(std::shared_ptr<Item> item, std::int32_t method) {
+  if (!itemSelectionEnabled_) return;
+  if (item && quillbox->dragOperationIsInProgress() && !item->canReceiveCurrentDragOperation()) {
+    item.reset();
+  }
+  if (item == selectedItem_) return;
   if (const auto former = selectedItem_) {
     former->wasDeselected();
     source().itemWasDeselected(former);
@@ -22,8 +34,19 @@ void TabRow::setSelectedItem(std::shared_ptr<Item> item, std::int32_t /*method*/
   }
   selectionViews_.showAtItem(*selectedItem_, haloSize_, selfBounds_.size);
   const auto selected = selectedItem_;
+  if (method == SelectionMethodPointer && (selected->isRemovable() || selected->configurable())) {
+    RunLoop::main().performAfterDelay(this, "showButtonsForItem:", buttonsDelay,
+                                      [this, weakItem = std::weak_ptr<Item>(selected)] {
+                                        if (const auto rested = weakItem.lock())
+                                          showButtonsForItem(rested);
+                                      });
+  }
   selected->wasSelected();
   source().itemWasSelected(selected);
+}
+
+void TabRow::showButtonsForItem(const std::shared_ptr<Item>& item) {
+  if (item && item == selectedItem_) selectionViews_.showButtons(*item);
 }
 
 void TabRow::selectInitialItem() {

@@ -213,5 +213,44 @@ TEST_F(TabRowChangesTest, InThePanelTheRowsAreSizedAnew) {
   EXPECT_EQ(host().largestNumberOfTabRowItems(), 4);
 }
 
+TEST_F(TabRowChangesTest, AnItemThatIsTrashedLeavesItsRow) {
+  makeOpenRow(3);
+  select(1);
+  EXPECT_TRUE(row->trashItem(provider->items()[1]));
+  EXPECT_EQ(countOf(provider->log, "moveItemToTrash item1"), 1);
+  EXPECT_EQ(countOf(*provider->itemLog, "item1: willBeRemovedFromTabBar"), 1);
+  EXPECT_EQ(selectedName(), "none");
+  row->numberOfItems();
+  platform.runFor(0.1);
+  EXPECT_EQ(row->items().size(), 2U);
+  EXPECT_EQ(selectedName(), "none");
+}
+
+TEST_F(TabRowChangesTest, AnItemThatIsMovedLeavesItsRow) {
+  makeOpenRow(3);
+  select(0);
+  EXPECT_TRUE(row->moveItem(provider->items()[1], "/folder"));
+  EXPECT_EQ(countOf(provider->log, "moveItem item1 to /folder"), 1);
+  EXPECT_EQ(countOf(*provider->itemLog, "item1: willBeRemovedFromTabBar"), 1);
+  EXPECT_EQ(selectedName(), "item0");
+  row->numberOfItems();
+  platform.runFor(0.1);
+  EXPECT_EQ(row->items().size(), 2U);
+  EXPECT_EQ(selectedName(), "none");
+}
+
+TEST_F(TabRowChangesTest, WhatTheProviderDoesNotTrashOrMoveStays) {
+  makeOpenRow(3);
+  select(1);
+  provider->allowsTrashing = false;
+  provider->allowsMoving = false;
+  EXPECT_FALSE(row->trashItem(provider->items()[1]));
+  EXPECT_FALSE(row->moveItem(provider->items()[1], "/folder"));
+  platform.runFor(0.1);
+  EXPECT_EQ(countOf(*provider->itemLog, "item1: willBeRemovedFromTabBar"), 0);
+  EXPECT_EQ(row->items().size(), 3U);
+  EXPECT_EQ(selectedName(), "item1");
+}
+
 }  // namespace
 }  // namespace qb::test

@@ -175,7 +175,7 @@ TEST_F(TabRowLayoutTest, SelectorFollowsTheNameOfTheProvider) {
 }
 
 TEST_F(TabRowLayoutTest, SelectorWithoutAProviderAsksForOne) {
-  const auto selector = ProviderSelector::create(Rect::make(0, 0, 300, 20), nullptr);
+  const auto selector = ProviderSelector::create(nullptr, Rect::make(0, 0, 300, 20), nullptr);
   EXPECT_EQ(selector->nameLabel().text(), "Select Contents:");
   EXPECT_EQ(selector->nameLabel().frame(), Rect::make(94, 0, 112, 18));
   EXPECT_TRUE(selector->nameLabel().isShadowed());

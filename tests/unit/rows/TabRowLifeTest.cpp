@@ -74,13 +74,6 @@ TEST_F(TabRowLifeTest, FirstOpeningMakesTheItems) {
   }
 }
 
-TEST_F(TabRowLifeTest, CaptureViewLiesAboveTheItems) {
-  makeOpenRow(3);
-  EXPECT_EQ(row->subviews().back().get(), &row->selectionViews().eventCaptureView());
-  EXPECT_EQ(row->subviews()[0].get(), &row->selectionViews().label());
-  EXPECT_EQ(row->subviews()[1].get(), &row->selectionViews().halo());
-}
-
 TEST_F(TabRowLifeTest, ClosingLetsGoOfTheItemsAndTheProviderKeepsThem) {
   makeOpenRow(2);
   const auto made = provider->items();

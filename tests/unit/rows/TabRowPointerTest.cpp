@@ -12,9 +12,11 @@ class TabRowPointerTest : public TabRowFixture {
     event.flags = flags;
     return event;
   }
+  /// On item 1.
   void press() {
-    row->mouseDownInEventCaptureView(mouseEvent(EventTypeLeftMouseDown),
-                                     row->selectionViews().eventCaptureView());
+    Event event = mouseEvent(EventTypeLeftMouseDown);
+    event.location = row->convertPointToView({87, 40}, nullptr);
+    row->mouseDownInEventCaptureView(event, row->selectionViews().eventCaptureView());
   }
   void release(EventFlags flags = 0) {
     row->mouseUpInEventCaptureView(mouseEvent(EventTypeLeftMouseUp, flags),
@@ -198,6 +200,52 @@ TEST_F(TabRowPointerTest, TheClickThatClosesAMenuInvokesNothing) {
   platform.runFor(0.02);
   capture.mouseUp(mouseEvent(EventTypeLeftMouseUp));
   EXPECT_EQ(invocations(), 1);
+}
+
+TEST_F(TabRowPointerTest, APressBecomesADragAtEightPoints) {
+  struct Case {
+    Point to;
+    bool drags;
+  };
+  // The press is at 87, 40 of the row, which is 80 high.
+  const Case cases[] = {{{94, 40}, false}, {{80, 47}, false}, {{94.9, 32.1}, false},
+                        {{95, 40}, true},  {{79, 40}, true},  {{87, 48}, true},
+                        {{87, 32}, true},  {{60, 10}, true}};
+  for (const Case& one : cases) {
+    SCOPED_TRACE(testing::Message() << one.to.x << " " << one.to.y);
+    makeOpenRow(3);
+    provider->item(1).setDragability(DragabilityMovesOutOfRow);
+    select(1);
+    press();
+    moveTo(one.to);
+    EXPECT_EQ(countOf(provider->log, "drag item1"), one.drags ? 1 : 0);
+    EXPECT_EQ(selectedName(), "item1");
+  }
+}
+
+TEST_F(TabRowPointerTest, ADragBeginsOnceAndItsReleaseIsNoClick) {
+  makeOpenRow(3);
+  provider->item(1).setDragability(DragabilityDimsInRow);
+  select(1);
+  press();
+  moveTo({87, 60});
+  moveTo({87, 20});
+  moveTo({87, 40});
+  EXPECT_EQ(countOf(provider->log, "drag item1"), 1);
+  release();
+  EXPECT_EQ(invocations(), 0);
+  press();
+  release();
+  EXPECT_EQ(invocations(), 1);
+}
+
+TEST_F(TabRowPointerTest, AnItemThatIsNotDraggableIsNotDragged) {
+  makeOpenRow(3);
+  provider->item(1).setArrangeable(true);
+  select(1);
+  press();
+  moveTo({87, 60});
+  EXPECT_EQ(countOf(provider->log, "drag item1"), 0);
 }
 
 }  // namespace

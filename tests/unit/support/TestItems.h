@@ -9,6 +9,7 @@
 #include "Quillbox/Item/Item.h"
 #include "Quillbox/providers/TabRowProvider.h"
 #include "Quillbox/rows/DragOperation.h"
+#include "QuillboxCommon/views/Menu.h"
 
 namespace qb::test {
 
@@ -24,6 +25,15 @@ class TestDrag : public DragOperation {
   std::uint32_t types_;
 };
 
+inline std::vector<std::shared_ptr<MenuItem>> menuItemsWithTitles(
+    const std::vector<std::string>& titles) {
+  std::vector<std::shared_ptr<MenuItem>> items;
+  for (const std::string& title : titles) {
+    items.push_back(title == "-" ? MenuItem::separatorItem() : MenuItem::create(title));
+  }
+  return items;
+}
+
 /// Writes down what is asked of it as "name: operation".
 class TestItem : public Item {
  public:
@@ -34,9 +44,24 @@ class TestItem : public Item {
 
   std::int32_t itemType = ItemTypeGeneric;
   bool isPreviewable = false, removesQuickly = false, dismissesPanel = true;
+  bool isConfigurable = false, standsForFile = false, fileExists = false, takesDrags = false;
+  /// The titles of its menu entries; "-" for a separator.
+  std::vector<std::string> menuTitles;
 
   std::int32_t type() const override { return itemType; }
   bool previewable() const override { return isPreviewable; }
+  bool configurable() const override { return isConfigurable; }
+  bool representsFileSystemItem() const override { return standsForFile; }
+  bool represenedFileSystemItemExists() const override { return fileExists; }
+  bool canReceiveDragOperation(const DragOperation&, std::uint32_t) override { return takesDrags; }
+  MenuItems configureMenuItems() override { return menuItemsWithTitles(menuTitles); }
+  void menuTrackingWillBegin(Menu& menu) override { note("menuTrackingWillBegin", menu); }
+  void menuTrackingIsContinuing(Menu& menu) override { note("menuTrackingIsContinuing", menu); }
+  void menuTrackingDidFinish(Menu& menu) override { note("menuTrackingDidFinish", menu); }
+  void menuWillHighlightItem(Menu&, MenuItem* item) override {
+    note(("menuWillHighlightItem " + (item ? item->title() : "none")).c_str());
+  }
+  void identifyMissingRepresentedItem() override { note("identifyMissingRepresentedItem"); }
   bool supportsQuickRemoval() const override { return removesQuickly; }
   bool shouldDismissQuillboxWhenInvoked() const override { return dismissesPanel; }
   void invoke() override { note("invoke"); }
@@ -67,6 +92,9 @@ class TestItem : public Item {
     log_->push_back(name() + ": " + operation);
     return true;
   }
+  void note(const std::string& operation, const Menu& menu) {
+    note((operation + " " + menu.title()).c_str());
+  }
 
   std::shared_ptr<CallLog> log_;
 };
@@ -90,13 +118,47 @@ class TestProvider : public TabRowProvider {
   bool itemsHaveChanged = false, takesInvocationTab = false, allowsRemoval = true;
   bool takesDrops = false, dismissesPanelAfterDrops = false;
   bool takesMouseDown = false, takesMouseUp = false, takesMouseMoved = false;
+  bool confirmsProviderChange = true, confirmsItsDeletion = true, invokesAllItems = false;
+  bool allowsTrashing = true, allowsMoving = true;
+  /// The titles of its entries in the menu of an item, of the selector and of the gear.
+  std::vector<std::string> itemMenuTitles, providerMenuTitles, configureTitles;
+  std::string classTitle = "TestProvider";
   std::string title = "Test Items";
   /// What the count is more than the items made.
   int surplus = 0;
 
   TestItem& item(std::size_t index) const { return static_cast<TestItem&>(*items().at(index)); }
 
+  /// Shows a gear.
+  static std::shared_ptr<TestProvider> configurable(int count) {
+    auto provider = withItems(count);
+    provider->setCanBeConfigured(true);
+    return provider;
+  }
+
   std::string name() const override { return title; }
+  std::string className() const override { return classTitle; }
+  bool confirmProviderChange() override { return confirmsProviderChange; }
+  bool confirmDeletion() override { return confirmsItsDeletion; }
+  bool canInvokeAllItems() const override { return invokesAllItems; }
+  void invokeAllItems() override { log.push_back("invokeAllItems"); }
+  MenuItems menuItemsForItemConfigure(Item&, const MenuItems& existing) override {
+    log.push_back("menuItemsForItemConfigure " + std::to_string(existing.size()));
+    return menuItemsWithTitles(itemMenuTitles);
+  }
+  MenuItems menuItemsForProviderMenu() override { return menuItemsWithTitles(providerMenuTitles); }
+  MenuItems menuItemsForConfigure() override { return menuItemsWithTitles(configureTitles); }
+  bool moveItemToTrash(Item& item) override {
+    log.push_back("moveItemToTrash " + item.name());
+    if (allowsTrashing) std::erase(names, item.name());
+    return allowsTrashing;
+  }
+  bool moveItem(Item& item, const std::string& toFolderAtPath) override {
+    log.push_back("moveItem " + item.name() + " to " + toFolderAtPath);
+    if (allowsMoving) std::erase(names, item.name());
+    return allowsMoving;
+  }
+  void itemDidBeginBeingDragged(Item& item) override { log.push_back("drag " + item.name()); }
   std::int64_t numberOfItems() override {
     return static_cast<std::int64_t>(names.size()) + surplus;
   }
