@@ -94,6 +94,11 @@ class Probe:
         words = self._words("geometry", name)
         return tuple(int(word) for word in words) if words else None
 
+    def windows(self, name):
+        """(x, y, width, height) of each of the class's mapped windows below the root."""
+        numbers = [int(word) for word in self._words("windows", name)]
+        return [tuple(numbers[start : start + 4]) for start in range(0, len(numbers), 4)]
+
     def wait_mapped(self, name, timeout=DEADLINE):
         return self._holds("wait-mapped", name, timeout)
 

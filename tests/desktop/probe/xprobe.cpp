@@ -16,6 +16,7 @@
 //   differs NAME               "ok COUNT" pixels that differ at this moment
 //   pixel X Y                  "ok RRGGBB"           wait-pixel X Y RRGGBB SECONDS
 //   geometry CLASS             "ok X Y W H" of its largest mapped window below the root
+//   windows CLASS              "ok X Y W H X Y W H ..." of all of them
 //   watch X Y W H, watched     "ok CHANGED LOOKS": how many looks in between showed another picture
 //   input-free                 wait-input-free SECONDS
 //   chord-taken SUPER|ALT KEY  wait-chord-taken SUPER|ALT KEY SECONDS
@@ -150,6 +151,16 @@ class Server {
     return result.str();
   }
 
+  std::string windows(const std::string& name) {
+    std::ostringstream result;
+    result << "ok";
+    for (const auto window : desktop_.mappedWindows(name)) {
+      const Area area = desktop_.geometry(window);
+      result << " " << area.x << " " << area.y << " " << area.width << " " << area.height;
+    }
+    return result.str();
+  }
+
   bool looksAsRemembered(const std::string& name) {
     const auto& remembered = pictures_[name];
     return desktop_.picture(remembered.area) == remembered.picture;
@@ -234,6 +245,7 @@ class Server {
            return wait(words, [&] { return desktop_.selectionIsOwned(name); });
          }},
         {"geometry", [this](auto& words) { return geometry(next<std::string>(words)); }},
+        {"windows", [this](auto& words) { return windows(next<std::string>(words)); }},
         {"size",
          [this](auto&) {
            const auto screen = desktop_.screen();
