@@ -241,7 +241,7 @@ TEST_F(DecorationMenuTest, TheLastCellOfEachGridTakesTheDecorationOff) {
 
 TEST_F(DecorationMenuTest, AClickBetweenTheCellsChoosesNothing) {
   create();
-  use([this](SimulatedMenuUser& user) {
+  use([](SimulatedMenuUser& user) {
     user.highlight(badgeEntry);
     user.clickInView({2, 2});
     user.rest(1);
