@@ -7,10 +7,12 @@
 #include "PlatformSimulated/SimulatedPlatform.h"
 #include "Quillbox/activation/ActivationTypes.h"
 #include "Quillbox/activation/AppDelegate.h"
+#include "Quillbox/activation/QuillboxAction.h"
 #include "Quillbox/rows/HostView.h"
 #include "Quillbox/rows/TabRow.h"
 #include "QuillboxCommon/RunLoop.h"
 #include "support/LaunchedBefore.h"
+#include "support/TestItems.h"
 
 namespace qb {
 namespace {
@@ -77,6 +79,81 @@ void tabStep(benchmark::State& state) {
     state.SkipWithError("the panel is gone");
 }
 BENCHMARK(tabStep)->Arg(4)->Arg(16)->Arg(64);
+
+/// The launched program with rows of test items above the row of applications.
+class ProgramWithRows : public Program {
+ public:
+  ProgramWithRows(std::int64_t rows, std::int64_t items) : Program(0) {
+    for (std::int64_t row = 0; row < rows; ++row) {
+      host().createTabRowAtIndex(0, test::TestProvider::withItems(static_cast<int>(items)), true);
+    }
+  }
+  HostView& host() const { return *appDelegate->hostView(); }
+  TabRow& firstRow() const { return *host().tabRows().front(); }
+  void open() {
+    // A corner's panel stays without a key being held.
+    appDelegate->activateApplicationWithActivationMethod(ActivationMethodCorner);
+    platform.runPending();
+  }
+  void dismiss() {
+    appDelegate->dismissApplicationWithInvocation(false, false);
+    platform.runPending();
+  }
+};
+
+/// An opening and its dismissal with so many rows of so many items. The items are kept in between,
+/// as with sources that have not changed.
+void openRows(benchmark::State& state) {
+  ProgramWithRows program(state.range(0), state.range(1));
+  for (auto _ : state) {
+    program.open();
+    program.dismiss();
+  }
+}
+BENCHMARK(openRows)->Args({1, 30})->Args({6, 30})->Args({1, 1000})->Unit(benchmark::kMicrosecond);
+
+/// A step to the next item; in a row of 1,000 most of them scroll.
+void stepInRows(benchmark::State& state) {
+  ProgramWithRows program(state.range(0), state.range(1));
+  program.open();
+  const QuillboxAction next = QuillboxAction::actionWithCode(QuillboxActionNextItem);
+  for (auto _ : state) program.host().handleAction(next);
+}
+BENCHMARK(stepInRows)->Args({6, 30})->Args({1, 1000});
+
+/// A step to the next row.
+void changeRows(benchmark::State& state) {
+  ProgramWithRows program(state.range(0), state.range(1));
+  program.open();
+  for (auto _ : state) program.host().selectNextTabRow();
+}
+BENCHMARK(changeRows)->Args({6, 30});
+
+/// One step of scrolling, there and back.
+void scrollRow(benchmark::State& state) {
+  ProgramWithRows program(1, state.range(0));
+  program.open();
+  std::int64_t delta = -1;
+  for (auto _ : state) {
+    program.firstRow().scrollItemsBy(delta);
+    delta = -delta;
+  }
+}
+BENCHMARK(scrollRow)->Arg(30)->Arg(1000);
+
+/// One look at the pointer that has moved within a row.
+void pollPointer(benchmark::State& state) {
+  ProgramWithRows program(6, state.range(0));
+  program.open();
+  const Rect row = program.firstRow().frame();
+  double x = row.x() + 20;
+  for (auto _ : state) {
+    x = x < row.maxX() - 20 ? x + 3 : row.x() + 20;
+    program.platform.pointer().moveTo({x, 900 - row.center().y});
+    program.platform.runFor(0.05);
+  }
+}
+BENCHMARK(pollPointer)->Arg(30)->Arg(1000);
 
 /// One second of a resident program that nobody uses: all its timers.
 void idleSecond(benchmark::State& state) {
