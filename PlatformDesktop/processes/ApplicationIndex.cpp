@@ -51,6 +51,8 @@ constexpr std::array knownApplications = {
     KnownApplication{"org.gnome.settings", "com.apple.systempreferences"},
     KnownApplication{"xfce-settings-manager", "com.apple.systempreferences"},
     KnownApplication{"systemsettings", "com.apple.systempreferences"},
+    // Ours stand there too.
+    KnownApplication{"quillbox-preferences", "com.apple.systempreferences"},
 };
 
 /// The files that name default applications, the user's first.
@@ -183,6 +185,13 @@ const DesktopEntry* ApplicationIndex::match(const ProgramTraits& traits) const {
     if (const DesktopEntry* const entry = find(byProgram_, program)) return entry;
   }
   return nullptr;
+}
+
+std::string ApplicationIndex::identifierOfProgram(const std::string& name) {
+  const auto known = std::find_if(
+      knownApplications.begin(), knownApplications.end(),
+      [id = lowerCase(name)](const KnownApplication& each) { return each.id == id; });
+  return known != knownApplications.end() ? std::string(known->identifier) : name;
 }
 
 const std::string& ApplicationIndex::identifierOf(const DesktopEntry& entry) const {

@@ -35,6 +35,8 @@ class ApplicationIndex {
   /// The identifier that an application goes by: that of its role on the desktop, where it is the
   /// default application of one, otherwise the entry's id.
   const std::string& identifierOf(const DesktopEntry& entry) const;
+  /// The same for a program without an entry: its name, unless it is known by another.
+  static std::string identifierOfProgram(const std::string& name);
 
  private:
   void addFolder(const std::string& root, std::string_view locale);

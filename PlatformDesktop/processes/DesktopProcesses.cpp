@@ -162,7 +162,7 @@ void DesktopProcesses::describe(Program& program) const {
   } else {
     const std::string fallback = file.names.empty() ? "" : file.names.front();
     information.name = className.empty() ? fallback : className;
-    information.bundleIdentifier = information.name;
+    information.bundleIdentifier = ApplicationIndex::identifierOfProgram(information.name);
     // A program on another machine has no file here; its windows can still be switched to.
     information.bundlePath = file.path.empty() ? "x-window:" + information.name : file.path;
   }

@@ -120,5 +120,11 @@ TEST_F(ApplicationIndexTest, WithoutAChoiceTheCacheNamesTheFileManager) {
   EXPECT_EQ(index_.identifierOf(index_.entries()[0]), "com.apple.finder");
 }
 
+TEST_F(ApplicationIndexTest, AProgramWithoutAnEntryGoesByItsNameOrByTheOneItIsKnownBy) {
+  EXPECT_EQ(ApplicationIndex::identifierOfProgram("xclock"), "xclock");
+  EXPECT_EQ(ApplicationIndex::identifierOfProgram("quillbox-preferences"),
+            "com.apple.systempreferences");
+}
+
 }  // namespace
 }  // namespace qb
