@@ -21,6 +21,7 @@ class MenuPresenter;
 class Pointer;
 class Processes;
 class Scripts;
+class SharedFileLists;
 class Trash;
 class UserDefaults;
 class UserNotifications;
@@ -50,6 +51,7 @@ class Platform {
   virtual Pointer& pointer() = 0;
   virtual Processes& processes() = 0;
   virtual Scripts& scripts() = 0;
+  virtual SharedFileLists& sharedFileLists() = 0;
   virtual Trash& trash() = 0;
   virtual UserDefaults& userDefaults() = 0;
   virtual UserNotifications& userNotifications() = 0;

@@ -62,6 +62,7 @@ DesktopPlatform::DesktopPlatform(const ScreenFormats& formats)
       distributedNotifications_(sessionBus_),
       pasteboards_(fileSystem_),
       scripts_(applicationControl_),
+      sharedFileLists_(fileSystem_, processes_, catalogue_),
       userDefaults_(fileSystem_),
       userNotifications_(sessionBus_, processes_) {
   runLoopHost_.setRunLoop(runLoop_.get());

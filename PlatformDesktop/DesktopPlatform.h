@@ -8,6 +8,7 @@
 #include "PlatformDesktop/dialogs/DesktopDialogs.h"
 #include "PlatformDesktop/displays/DesktopDisplays.h"
 #include "PlatformDesktop/files/DesktopFileSystem.h"
+#include "PlatformDesktop/files/DesktopSharedFileLists.h"
 #include "PlatformDesktop/files/DesktopTrash.h"
 #include "PlatformDesktop/graphics/DesktopGraphics.h"
 #include "PlatformDesktop/input/DesktopInput.h"
@@ -69,6 +70,7 @@ class DesktopPlatform : public Platform {
   DesktopPointer& pointer() override { return input_->pointer(); }
   DesktopProcesses& processes() override { return processes_; }
   DesktopScripts& scripts() override { return scripts_; }
+  DesktopSharedFileLists& sharedFileLists() override { return sharedFileLists_; }
   DesktopTrash& trash() override { return trash_; }
   DesktopUserDefaults& userDefaults() override { return userDefaults_; }
   DesktopUserNotifications& userNotifications() override { return userNotifications_; }
@@ -108,6 +110,7 @@ class DesktopPlatform : public Platform {
   DesktopLoginItems loginItems_;
   DesktopPasteboards pasteboards_;
   DesktopScripts scripts_;
+  DesktopSharedFileLists sharedFileLists_;
   DesktopTrash trash_;
   DesktopUserDefaults userDefaults_;
   DesktopUserNotifications userNotifications_;

@@ -15,7 +15,12 @@ SimulatedPlatform::SimulatedPlatform()
       menuPresenter_(runLoopHost_),
       pointer_({runLoopHost_, displays_, eventTap_, keyboard_, processes_, windowServer_,
                 menuPresenter_}),
-      scripts_({runLoopHost_, dialogs_, keyboard_, processes_, workspace_}) {}
+      scripts_({runLoopHost_, dialogs_, keyboard_, processes_, workspace_}) {
+  processes_.setOnLaunch([this](const SimulatedApplication& application) {
+    if (application.bundlePath.empty() || application.isUIElement) return;
+    sharedFileLists_.noteStart(application.name, application.bundlePath);
+  });
+}
 
 SimulatedPlatform::~SimulatedPlatform() {
   runLoopHost_.forgetAll();

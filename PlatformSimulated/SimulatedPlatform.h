@@ -24,6 +24,7 @@
 #include "PlatformSimulated/SimulatedProcesses.h"
 #include "PlatformSimulated/SimulatedRunLoopHost.h"
 #include "PlatformSimulated/SimulatedScripts.h"
+#include "PlatformSimulated/SimulatedSharedFileLists.h"
 #include "PlatformSimulated/SimulatedTrash.h"
 #include "PlatformSimulated/SimulatedUserDefaults.h"
 #include "PlatformSimulated/SimulatedUserNotifications.h"
@@ -68,6 +69,7 @@ class SimulatedPlatform : public Platform {
   SimulatedPointer& pointer() override { return pointer_; }
   SimulatedProcesses& processes() override { return processes_; }
   SimulatedScripts& scripts() override { return scripts_; }
+  SimulatedSharedFileLists& sharedFileLists() override { return sharedFileLists_; }
   SimulatedTrash& trash() override { return trash_; }
   SimulatedUserDefaults& userDefaults() override { return userDefaults_; }
   SimulatedUserNotifications& userNotifications() override { return userNotifications_; }
@@ -106,6 +108,7 @@ class SimulatedPlatform : public Platform {
   SimulatedHotKeys hotKeys_;
   SimulatedLoginItems loginItems_;
   SimulatedPasteboards pasteboards_;
+  SimulatedSharedFileLists sharedFileLists_;
   SimulatedTrash trash_{fileSystem_};
   SimulatedUserDefaults userDefaults_;
   SimulatedProcesses processes_;

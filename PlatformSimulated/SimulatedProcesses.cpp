@@ -61,6 +61,7 @@ ProcessSerialNumber SimulatedProcesses::launch(const SimulatedApplication& appli
   if (maker_) process.runningApplication = maker_(number);
   processes_.push_back(std::move(process));
   processesChanged_.signal();
+  if (onLaunch_) onLaunch_(application);
   return number;
 }
 

@@ -88,6 +88,10 @@ class SimulatedProcesses : public Processes {
   /// Makes the running application of each process.
   void setRunningApplicationMaker(
       std::function<std::shared_ptr<RunningApplication>(ProcessSerialNumber)> maker);
+  /// Called for every application that is started.
+  void setOnLaunch(std::function<void(const SimulatedApplication&)> onLaunch) {
+    onLaunch_ = std::move(onLaunch);
+  }
   /// Called when the own process is to come forward.
   void setOnOwnProcessBroughtForward(Block block) {
     onOwnProcessBroughtForward_ = std::move(block);
@@ -106,6 +110,7 @@ class SimulatedProcesses : public Processes {
   bool ownWindowIsKey_ = false;
   std::uint32_t lastNumber_ = 0;
   std::function<std::shared_ptr<RunningApplication>(ProcessSerialNumber)> maker_;
+  std::function<void(const SimulatedApplication&)> onLaunch_;
   Block onOwnProcessBroughtForward_;
   std::vector<ProcessSerialNumber> frontProcessRequests_;
   ChangeNotice processesChanged_;

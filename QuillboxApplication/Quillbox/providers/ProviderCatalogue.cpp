@@ -1,11 +1,12 @@
 #include "Quillbox/providers/ProviderCatalogue.h"
 
 #include "Quillbox/providers/ActiveApplicationsProvider.h"
+#include "Quillbox/providers/RecentApplicationsProvider.h"
 
 namespace qb {
 
 std::vector<std::shared_ptr<TabRowProviderInformation>> tabRowProviderCatalogue() {
-  return {ActiveApplicationsProvider::information()};
+  return {ActiveApplicationsProvider::information(), RecentApplicationsProvider::information()};
 }
 
 }  // namespace qb

@@ -184,7 +184,8 @@ TEST_F(TabRowProviderTest, CatalogueNamesItsEntries) {
     EXPECT_EQ(information->createProvider()->name(), information->name());
   }
   EXPECT_EQ(entries, (std::vector<std::array<std::string, 2>>{
-                         {"Active Applications", "ActiveApplicationsProvider"}}));
+                         {"Active Applications", "ActiveApplicationsProvider"},
+                         {"Recent Applications", "RecentApplicationsProvider"}}));
 }
 
 }  // namespace

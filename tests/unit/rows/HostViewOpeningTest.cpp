@@ -35,7 +35,7 @@ TEST_F(HostViewOpeningTest, FirstRowShowsTheActiveApplicationsAndIsTheDefaultFor
 }
 
 TEST_F(HostViewOpeningTest, CatalogueMakesProviders) {
-  ASSERT_EQ(host().tabRowProviderInformations().size(), 1U);
+  ASSERT_FALSE(host().tabRowProviderInformations().empty());
   const auto provider =
       host().createTabRowProviderWithInformation(*host().tabRowProviderInformations()[0]);
   EXPECT_TRUE(provider->isActiveApplicationsProvider());
