@@ -42,7 +42,7 @@ class SimulatedPointer : public Pointer {
   void press(int button = 0);
   void release(int button = 0);
   void click(int button = 0);
-  /// Positive `dy` scrolls towards the top.
+  /// Positive `dy` is a wheel turned towards its user; a notch comes to 13.
   void scroll(double dx, double dy);
 
   /// One event that reached another program.

@@ -12,6 +12,10 @@ bool isPress(EventType type) {
   return type == EventTypeLeftMouseDown || type == EventTypeRightMouseDown;
 }
 
+/// What scrolls in steps takes one when a little more than 12 has come together: a notch is a step,
+/// and the finer turns of a touchpad add up to one.
+constexpr double distancePerNotch = 13;
+
 bool isTapped(EventType type) { return isPress(type) || type == EventTypeScrollWheel; }
 
 }  // namespace
@@ -31,8 +35,8 @@ std::optional<Event> PointerInput::process(const PixelEvent& event) {
   result.type = event.type;
   result.flags = event.flags;
   result.location = location;
-  result.deltaX = event.deltaX;
-  result.deltaY = event.deltaY;
+  result.deltaX = -event.deltaX * distancePerNotch;
+  result.deltaY = -event.deltaY * distancePerNotch;
   result.clickCount = event.type == EventTypeScrollWheel ? 0 : countClick(event);
   return result;
 }

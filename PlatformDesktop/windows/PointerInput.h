@@ -15,6 +15,7 @@ struct PixelEvent {
   /// Place on the X screen.
   double x = 0, y = 0;
   EventFlags flags = 0;
+  /// Notches of a wheel; positive is away from its user, or to the left.
   double deltaX = 0, deltaY = 0;
   /// Server time in milliseconds; 0 when not known.
   std::uint32_t time = 0;

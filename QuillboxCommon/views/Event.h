@@ -41,7 +41,7 @@ struct Event {
   /// Origin at the lower left: of the window for a window's event, of the primary display for the
   /// tap's.
   Point location;
-  /// Scroll steps; positive deltaY scrolls towards the top.
+  /// How far a wheel has turned. Towards its user is positive deltaY; a notch comes to 13.
   double deltaX = 0, deltaY = 0;
   int clickCount = 0;
   std::string characters;

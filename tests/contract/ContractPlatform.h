@@ -57,7 +57,7 @@ class ContractPlatform {
   virtual void movePointer(Point point) = 0;
   virtual void pressButton(int button) = 0;
   virtual void releaseButton(int button) = 0;
-  /// One step towards the top.
+  /// One notch of the wheel away from its user.
   virtual void scrollUp() = 0;
 
   /// An existing empty folder of this test.

@@ -58,7 +58,7 @@ class SimulatedContractPlatform : public ContractPlatform {
   void movePointer(Point point) override { simulated_.pointer().moveTo(point); }
   void pressButton(int button) override { simulated_.pointer().press(button); }
   void releaseButton(int button) override { simulated_.pointer().release(button); }
-  void scrollUp() override { simulated_.pointer().scroll(0, 1); }
+  void scrollUp() override { simulated_.pointer().scroll(0, -13); }
 
   std::string folder() override { return "/home/user/contract"; }
   void writeRawFile(const std::string& path, const std::string& contents) override {
