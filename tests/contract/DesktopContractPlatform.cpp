@@ -139,6 +139,8 @@ class DesktopContractPlatform : public ContractPlatform {
  public:
   DesktopContractPlatform() : hands_(Desk::instance().display()) {
     fs::remove_all(folder());
+    // What the platform has kept of the tests before.
+    fs::remove_all(Desk::instance().folder(".local/share/Quillbox"));
     auto created = DesktopPlatform::create();
     platform_ = std::get<std::unique_ptr<DesktopPlatform>>(std::move(created));
     movePointer({1, 1});
