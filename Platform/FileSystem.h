@@ -21,6 +21,9 @@ class FileSystem {
   /// desktop the XDG data home.
   virtual std::string applicationSupportDirectory() = 0;
 
+  /// All bytes of a file. None when it is missing, no plain file or larger than 32 MiB.
+  virtual std::optional<std::string> stringWithContentsOfFile(const std::string& path) const = 0;
+
   /// Reads a property list, XML or binary, whose root is a dictionary. None when the file is
   /// missing or is anything else; the file is left as it is.
   virtual std::optional<PropertyList> dictionaryWithContentsOfFile(

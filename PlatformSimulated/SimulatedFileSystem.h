@@ -22,6 +22,10 @@ class SimulatedFileSystem : public FileSystem {
   bool createDirectoryAtPath(const std::string& path) override;
   /// "/home/user/.local/share".
   std::string applicationSupportDirectory() override;
+  /// Raw files only.
+  std::optional<std::string> stringWithContentsOfFile(const std::string& path) const override {
+    return raw(path);
+  }
   std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) const override;
   bool writeToFile(const PropertyList& dictionary, const std::string& path) override;
 

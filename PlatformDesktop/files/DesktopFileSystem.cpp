@@ -118,6 +118,17 @@ std::string DesktopFileSystem::applicationSupportDirectory() {
   return folder;
 }
 
+std::optional<std::string> DesktopFileSystem::stringWithContentsOfFile(
+    const std::string& path) const {
+  std::error_code error;
+  // A pipe would never end.
+  if (!fs::is_regular_file(path, error) || fs::file_size(path, error) > largestFile || error) {
+    return std::nullopt;
+  }
+  if (access(path.c_str(), R_OK) != 0) return std::nullopt;
+  return contentsOfFile(path, largestFile);
+}
+
 std::optional<PropertyList> DesktopFileSystem::dictionaryWithContentsOfFile(
     const std::string& path) const {
   std::error_code error;

@@ -12,6 +12,7 @@ class DesktopFileSystem : public FileSystem {
   bool removeItemAtPath(const std::string& path) override;
   bool createDirectoryAtPath(const std::string& path) override;
   std::string applicationSupportDirectory() override;
+  std::optional<std::string> stringWithContentsOfFile(const std::string& path) const override;
   std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) const override;
   /// A link stays: the file that it leads to is replaced.
   bool writeToFile(const PropertyList& dictionary, const std::string& path) override;

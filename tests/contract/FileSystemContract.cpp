@@ -56,6 +56,16 @@ TEST_F(FileSystemContract, WritingReplacesAndLeavesNothingElseBehind) {
   EXPECT_THAT(desktop_->filesIn(desktop_->folder()), ElementsAre("a.plist"));
 }
 
+TEST_F(FileSystemContract, AFileIsReadAsItIs) {
+  const std::string bytes("a\r\0\xff\n", 5);
+  desktop_->writeRawFile(path("a.txt"), bytes);
+  EXPECT_EQ(files().stringWithContentsOfFile(path("a.txt")), bytes);
+  desktop_->writeRawFile(path("empty.txt"), "");
+  EXPECT_EQ(files().stringWithContentsOfFile(path("empty.txt")), "");
+  EXPECT_EQ(files().stringWithContentsOfFile(path("none.txt")), std::nullopt);
+  EXPECT_EQ(files().stringWithContentsOfFile(desktop_->folder()), std::nullopt);
+}
+
 TEST_F(FileSystemContract, AMissingFileIsNone) {
   EXPECT_FALSE(files().fileExistsAtPath(path("none.plist")));
   EXPECT_FALSE(files().dictionaryWithContentsOfFile(path("none.plist")));

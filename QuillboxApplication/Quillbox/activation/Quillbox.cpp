@@ -23,6 +23,7 @@
 #include "Quillbox/activation/SavedDictionaries.h"
 #include "Quillbox/activation/Settings.h"
 #include "Quillbox/activation/SystemVersion.h"
+#include "Quillbox/activation/utilities/ScriptFiles.h"
 #include "Quillbox/managers/ApplicationManager.h"
 #include "Quillbox/managers/DecorationManager.h"
 #include "Quillbox/managers/DockManager.h"
@@ -58,6 +59,7 @@ Quillbox::Quillbox(AppDelegate& appDelegate, Platform& platform)
       std::make_unique<DecorationManager>(platform.fileSystem(), platform.graphics());
   settings_ = Settings::sharedSettings(platform.fileSystem());
   menuHelpers_ = std::make_unique<MenuHelpers>(platform.graphics());
+  scriptFiles_ = std::make_unique<ScriptFiles>(platform);
   savedDictionaries_ = std::make_unique<SavedDictionaries>(platform.fileSystem());
   dialogs_ = std::make_unique<QuillboxDialogs>(*this);
   dragOperations_ = std::make_unique<DragOperations>(*this);
@@ -234,6 +236,16 @@ void Quillbox::addMouseEventMonitor(const std::shared_ptr<EventMonitorProtocol>&
 void Quillbox::removeMouseEventMonitor(const std::shared_ptr<EventMonitorProtocol>& monitor) {
   appDelegate_.removeMouseEventMonitor(monitor);
 }
+
+// Scripts.
+
+bool Quillbox::fileAtPathIsAppleScriptFile(const std::string& path) {
+  return ScriptFiles::fileAtPathIsAppleScriptFile(path);
+}
+void Quillbox::executeAppleScriptAtPath(const std::string& path) const {
+  scriptFiles_->executeAppleScriptAtPath(path);
+}
+void Quillbox::invokePasteCommand() const { scriptFiles_->invokePasteCommand(); }
 
 // Items.
 

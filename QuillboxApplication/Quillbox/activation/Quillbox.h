@@ -35,6 +35,7 @@ class PreferencePanes;
 class QuillboxDialogs;
 class QuillboxNotifications;
 class SavedDictionaries;
+class ScriptFiles;
 class Settings;
 class SystemVersion;
 class TabRow;
@@ -131,6 +132,11 @@ class Quillbox {
   void addMouseEventMonitor(const std::shared_ptr<EventMonitorProtocol>& monitor);
   void removeMouseEventMonitor(const std::shared_ptr<EventMonitorProtocol>& monitor);
 
+  // Scripts; see ScriptFiles.
+  static bool fileAtPathIsAppleScriptFile(const std::string& path);
+  void executeAppleScriptAtPath(const std::string& path) const;
+  void invokePasteCommand() const;
+
   // Items.
   /// Every item registers itself for as long as it lives.
   void registerItem(Item& item);
@@ -207,6 +213,7 @@ class Quillbox {
   std::unique_ptr<DecorationManager> decorationManager_;
   std::shared_ptr<Settings> settings_;
   std::unique_ptr<MenuHelpers> menuHelpers_;
+  std::unique_ptr<ScriptFiles> scriptFiles_;
   std::vector<Item*> registeredItems_;
   WeakList<EventListener> eventListeners_;
   std::unique_ptr<SavedDictionaries> savedDictionaries_;
