@@ -25,7 +25,8 @@ DesktopInput::DesktopInput(DesktopInputHost host, InputConnection queries, Input
       eventTap_(thread_, [this] { return accessibility_.isProcessTrusted(); }),
       hotKeys_(thread_),
       keyboard_(queries_, queue_),
-      pointer_(queries_, host_.pointerSpace) {
+      pointer_(queries_, host_.pointerSpace),
+      typer_(queries_, queue_, thread_) {
   // Keys that are down already are known from the start.
   takeEvents();
 }

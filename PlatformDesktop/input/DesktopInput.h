@@ -14,6 +14,7 @@
 #include "PlatformDesktop/input/InputConnection.h"
 #include "PlatformDesktop/input/InputQueue.h"
 #include "PlatformDesktop/input/InputThread.h"
+#include "PlatformDesktop/input/TextTyper.h"
 
 namespace qb {
 
@@ -46,6 +47,7 @@ class DesktopInput {
   DesktopKeyboard& keyboard() { return keyboard_; }
   DesktopPointer& pointer() { return pointer_; }
   DesktopAccessibility& accessibility() { return accessibility_; }
+  TextTyper& typer() { return typer_; }
 
   /// Hands on what the input thread has reported. To be called after each wake-up, and when the
   /// mode of the run loop has changed: events that the tap is not served for wait, in order.
@@ -70,6 +72,7 @@ class DesktopInput {
   DesktopHotKeys hotKeys_;
   DesktopKeyboard keyboard_;
   DesktopPointer pointer_;
+  TextTyper typer_;
   std::deque<InputEvent> waiting_;
 };
 

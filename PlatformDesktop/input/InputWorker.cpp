@@ -112,6 +112,30 @@ void InputWorker::removeHotKey(const Combination& combination) {
 
 void InputWorker::setHandled(std::uint32_t serial) { hold_.handled(serial, now()); }
 
+void InputWorker::beginInjection() {
+  isInjecting_ = true;
+  if (span_.isOpen()) letKeyboardGo();
+}
+
+void InputWorker::endInjection() {
+  // A grab that has caught one of the keys holds back those behind it until that one is passed on.
+  bool handled = true;
+  while (handled) {
+    waitForServer();
+    handled = false;
+    while (handleNextEvent()) handled = true;
+  }
+  isInjecting_ = false;
+  verifyPhysicalKeys();
+  applyHold();
+}
+
+void InputWorker::waitForServer() const {
+  xcb_connection_t* xcb = connection_.xcb.get();
+  const XcbPointer<xcb_get_input_focus_reply_t> reply(
+      xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
+}
+
 void InputWorker::finish() {
   if (span_.isOpen()) letKeyboardGo();
   grabs_.clear();
@@ -161,6 +185,7 @@ void InputWorker::handleEvent(const xcb_generic_event_t& event) {
 }
 
 void InputWorker::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool down) {
+  if (isInjecting_) return;
   const auto key = static_cast<std::uint8_t>(event.detail);
   queue_.setUserTime(event.time);
   XKeySet keys = physical_;
@@ -246,6 +271,7 @@ void InputWorker::handleKey(const xcb_input_key_press_event_t& event, bool down)
 
 /// A passive grab has fired: the whole desktop's keyboard stands still until `allow`.
 void InputWorker::handleFrozenPress(const xcb_input_key_press_event_t& event) {
+  if (isInjecting_) return allow(event.deviceid, XCB_INPUT_EVENT_MODE_REPLAY_DEVICE);
   const auto key = static_cast<std::uint8_t>(event.detail);
   awaited_ = 0;
   const Combination combination = combinationOf(key, event.mods.effective);
@@ -336,6 +362,7 @@ void InputWorker::rereadMap() {
 // Keeping the keyboard.
 
 void InputWorker::applyHold() {
+  if (isInjecting_) return;
   const bool wanted = hold_.isWanted(now());
   if (span_.isOpen()) {
     if (!wanted && taken_.none()) letKeyboardGo();

@@ -28,6 +28,11 @@ class InputWorker {
   void removeHotKey(const Combination& combination);
   /// The main thread has handled the press `serial`.
   void setHandled(std::uint32_t serial);
+  /// From here on keys are of this program's own making: the keyboard is let go, the grabs pass on
+  /// what they catch, and nothing is reported.
+  void beginInjection();
+  /// All of those have been sent: takes them in and goes on as before.
+  void endInjection();
   /// Lets go of everything.
   void finish();
 
@@ -55,6 +60,7 @@ class InputWorker {
   bool isChord(const Combination& combination) const;
   Combination combinationOf(std::uint8_t key, std::uint32_t modifiers) const;
   void allow(xcb_input_device_id_t device, std::uint8_t mode);
+  void waitForServer() const;
 
   /// Makes the keyboard kept or free, as the hold wants it.
   void applyHold();
@@ -94,6 +100,7 @@ class InputWorker {
   /// keyboard.
   std::uint8_t awaited_ = 0;
 
+  bool isInjecting_ = false;
   bool mapChanged_ = false;
   int grabAttempts_ = 0;
   std::optional<Moment> grabRetry_;

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <set>
 
+#include "../probe/TypedText.h"
 #include "PlatformDesktop/input/KeyCodeTable.h"
 
 namespace qb::test {
@@ -160,6 +161,7 @@ void XClient::pump() {
       const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);
       if (modifierKeys.contains(KeyCodeTable::keyCodeFromX(key.detail))) continue;
       keys.push_back({type == XCB_KEY_PRESS, key.detail, key.state});
+      if (type == XCB_KEY_PRESS) text += probe::typedText(xcb(), key.detail, key.state);
     } else if (type == XCB_FOCUS_IN || type == XCB_FOCUS_OUT) {
       const auto& focus = reinterpret_cast<const xcb_focus_in_event_t&>(*event);
       focused_ = type == XCB_FOCUS_IN;

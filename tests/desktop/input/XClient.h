@@ -44,6 +44,8 @@ class XClient : public Pump {
   void takeFocus();
   /// The keys that its window got, modifiers left out.
   std::vector<Key> keys;
+  /// What those presses type, one after the other, in UTF-8.
+  std::string text;
   /// Another program has taken the keyboard, by the focus events that this brings.
   bool keyboardIsTaken = false;
   int keyboardReturns = 0;

@@ -1,9 +1,11 @@
 // A plain X application for the tests: one managed window that takes the focus and tells on its
 // standard output, line by line, each key and button that reaches it.
 //
-//   xclient CLASS X Y WIDTH HEIGHT COLOUR
+//   xclient CLASS X Y WIDTH HEIGHT COLOUR [text]
 //
-// "ready" (mapped), "press NAME", "release NAME", "button N", "focus", "blur".
+// "ready" (mapped), "press NAME", "release NAME", "button N", "focus", "blur". With "text" also
+// "types TEXT" for each press that types something, and "command NAME MODIFIERS" for each with
+// Control or Alt.
 #include <unistd.h>
 #include <xcb/xcb.h>
 #include <xcb/xcb_icccm.h>
@@ -13,8 +15,10 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "Desktop.h"
+#include "TypedText.h"
 
 namespace {
 
@@ -63,7 +67,19 @@ xcb_window_t makeWindow(probe::Desktop& desktop, char** arguments) {
   return window;
 }
 
-void tell(xcb_connection_t* connection, const xcb_generic_event_t& event) {
+void tellText(xcb_connection_t* connection, const xcb_key_press_event_t& key) {
+  std::string modifiers;
+  if ((key.state & XCB_MOD_MASK_CONTROL) != 0) modifiers += " control";
+  if ((key.state & XCB_MOD_MASK_1) != 0) modifiers += " alt";
+  if (!modifiers.empty()) {
+    if ((key.state & XCB_MOD_MASK_SHIFT) != 0) modifiers += " shift";
+    std::cout << "command " << keyName(connection, key.detail) << modifiers << std::endl;
+  } else if (const auto text = probe::typedText(connection, key.detail, key.state); !text.empty()) {
+    std::cout << "types " << text << std::endl;
+  }
+}
+
+void tell(xcb_connection_t* connection, const xcb_generic_event_t& event, bool tellsText) {
   const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
   switch (event.response_type & 0x7f) {
     case XCB_MAP_NOTIFY:
@@ -71,6 +87,7 @@ void tell(xcb_connection_t* connection, const xcb_generic_event_t& event) {
       break;
     case XCB_KEY_PRESS:
       std::cout << "press " << keyName(connection, key.detail) << std::endl;
+      if (tellsText) tellText(connection, key);
       break;
     case XCB_KEY_RELEASE:
       std::cout << "release " << keyName(connection, key.detail) << std::endl;
@@ -92,8 +109,9 @@ void tell(xcb_connection_t* connection, const xcb_generic_event_t& event) {
 }  // namespace
 
 int main(int count, char** arguments) {
-  if (count != 7) {
-    std::cerr << "usage: xclient CLASS X Y WIDTH HEIGHT COLOUR" << std::endl;
+  const bool tellsText = count == 8 && std::string_view(arguments[7]) == "text";
+  if (count != 7 && !tellsText) {
+    std::cerr << "usage: xclient CLASS X Y WIDTH HEIGHT COLOUR [text]" << std::endl;
     return 64;
   }
   auto desktop = probe::Desktop::connect("");
@@ -103,7 +121,7 @@ int main(int count, char** arguments) {
   xcb_change_window_attributes(desktop->connection(), desktop->root(), XCB_CW_EVENT_MASK, &none);
   makeWindow(*desktop, arguments);
   while (Reply<xcb_generic_event_t> event{xcb_wait_for_event(desktop->connection())}) {
-    tell(desktop->connection(), *event);
+    tell(desktop->connection(), *event, tellsText);
   }
   return 0;
 }
