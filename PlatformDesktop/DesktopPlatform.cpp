@@ -61,7 +61,7 @@ DesktopPlatform::DesktopPlatform(const ScreenFormats& formats)
       applicationControl_(runLoopHost_),
       distributedNotifications_(sessionBus_),
       pasteboards_(fileSystem_),
-      scripts_(applicationControl_),
+      scripts_({applicationControl_, catalogue_, processes_, workspace_, dialogs_}),
       sharedFileLists_(fileSystem_, processes_, catalogue_),
       userDefaults_(fileSystem_),
       userNotifications_(sessionBus_, processes_) {
@@ -81,6 +81,7 @@ DesktopPlatform::~DesktopPlatform() {
   processes_.setUserTime({});
   userDefaults_.setOnChange({});
   accessibilitySwitch_.setObserver({});
+  scripts_.setTyper(nullptr);
   input_.reset();
   runLoopHost_.setRunLoop(nullptr);
   // What its work holds may still need the rest.
@@ -98,6 +99,9 @@ DesktopInputHost DesktopPlatform::inputHost() {
 
 void DesktopPlatform::setInput(std::unique_ptr<DesktopInput> input) {
   input_ = std::move(input);
+  input_->typer().setPerformLater(
+      [](TimeInterval delay, Block block) { executeBlockAfterDelay(std::move(block), delay); });
+  scripts_.setTyper(&input_->typer());
   runLoopHost_.setWakeObserver([this] { input_->drain(); });
   beforeSleep_ = runLoopHost_.addBeforeSleep([this] {
     // Events that a mode of the loop held back may be due in this one.

@@ -32,6 +32,8 @@ constexpr std::array defaultRoles = {
     DefaultRole{"inode/directory", "com.apple.finder"},
     DefaultRole{"x-scheme-handler/mailto", "com.apple.mail"},
     DefaultRole{"text/calendar", "com.apple.iCal"},
+    DefaultRole{"text/plain", "com.apple.TextEdit"},
+    DefaultRole{"image/png", "com.apple.Preview"},
 };
 
 /// Applications known by one name whichever way they were installed.

@@ -159,6 +159,9 @@ std::optional<DesktopEntry> DesktopEntry::parse(std::string_view text, std::stri
   entry.startupWmClass = unescaped(keyFileValue(group, "StartupWMClass"));
   entry.workingFolder = unescaped(keyFileValue(group, "Path"));
   entry.runsInTerminal = isTrue(group, "Terminal");
+  const auto categories = splitList(keyFileValue(group, "Categories"), ';');
+  entry.isTerminalEmulator =
+      std::find(categories.begin(), categories.end(), "TerminalEmulator") != categories.end();
   entry.noDisplay = isTrue(group, "NoDisplay");
   return entry;
 }

@@ -16,6 +16,8 @@ struct DesktopEntry {
   std::string name;
   std::string exec, icon, startupWmClass, workingFolder;
   bool runsInTerminal = false;
+  /// It is a terminal itself, by its categories.
+  bool isTerminalEmulator = false;
   bool noDisplay = false;
   bool hidden = false;
 

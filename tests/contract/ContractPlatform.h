@@ -42,6 +42,8 @@ class ContractPlatform {
   };
   /// What an instance has got of one key so far; repeats count.
   virtual ClientCounts keysReceived(ProcessSerialNumber client, std::uint16_t keyCode) = 0;
+  /// The text that an instance has got by keys so far, in UTF-8.
+  virtual std::string textReceived(ProcessSerialNumber client) = 0;
   /// How many presses of the left button an instance has got so far.
   virtual int pressesReceived(ProcessSerialNumber client) = 0;
 

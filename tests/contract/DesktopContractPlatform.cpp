@@ -28,8 +28,8 @@ namespace fs = std::filesystem;
 constexpr TimeInterval longestWait = 10;
 constexpr TimeInterval lookInterval = 0.01;
 constexpr const char* clientClass = "ContractClient";
-/// What the client is told: class, place, size and colour.
-constexpr const char* clientArguments = "ContractClient 200 150 300 200 808080";
+/// What the client is told: class, place, size, colour, and to tell what is typed.
+constexpr const char* clientArguments = "ContractClient 200 150 300 200 808080 text";
 /// After a chord the keyboard is kept for a moment in which the panel may come up. Hands are
 /// slower.
 constexpr TimeInterval pauseBetweenKeys = 0.15;
@@ -125,6 +125,15 @@ class Client {
   }
 
   std::int32_t pid() const { return static_cast<std::int32_t>(process_.processId()); }
+  std::string text() {
+    received_ += process_.readAllStandardOutput();
+    constexpr const char* beginning = "types ";
+    std::string all;
+    for (const QByteArray& line : received_.split('\n')) {
+      if (line.startsWith(beginning)) all += line.mid(qstrlen(beginning)).toStdString();
+    }
+    return all;
+  }
   int count(const std::string& line) {
     received_ += process_.readAllStandardOutput();
     return static_cast<int>(received_.split('\n').count(QByteArray::fromStdString(line)));
@@ -197,6 +206,9 @@ class DesktopContractPlatform : public ContractPlatform {
     Client& received = *clients_.at(client.lowLongOfPSN);
     const std::string name = keyName(keyCode);
     return {received.count("press " + name), received.count("release " + name)};
+  }
+  std::string textReceived(ProcessSerialNumber client) override {
+    return clients_.at(client.lowLongOfPSN)->text();
   }
   int pressesReceived(ProcessSerialNumber client) override {
     return clients_.at(client.lowLongOfPSN)->count("button 1");

@@ -40,6 +40,15 @@ class SimulatedContractPlatform : public ContractPlatform {
     }
     return counts;
   }
+  std::string textReceived(ProcessSerialNumber client) override {
+    std::string text;
+    for (const auto& received : simulated_.keyboard().frontApplicationReceived()) {
+      if (received.process == client && received.type == EventTypeKeyDown) {
+        text += received.characters;
+      }
+    }
+    return text;
+  }
   int pressesReceived(ProcessSerialNumber client) override {
     const auto& received = simulated_.pointer().clientReceived();
     return static_cast<int>(
