@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,6 +11,7 @@
 
 #include "QuillboxCommon/Geometry.h"
 #include "QuillboxCommon/ModalSession.h"
+#include "QuillboxCommon/views/Event.h"
 #include "QuillboxCommon/views/Image.h"
 
 namespace qb {
@@ -57,6 +59,52 @@ class DialogImage : public DialogControl {
 
  private:
   Image image_;
+};
+
+/// Waits for one combination of keys, as a model with a mind of its own: the platform shows how it
+/// looks and hands it what the user does. It listens from the moment that its dialog is up. While
+/// it listens, and no other dialog stands above its own, the platform keeps the keyboard from every
+/// other program and brings it all keys, those of its window manager too; presses of hot keys only
+/// when the hot-key handler has not dealt with them. It is told to stop when the user turns to
+/// another program and when its dialog closes.
+class DialogKeyRecorder : public DialogControl {
+ public:
+  struct Look {
+    /// What is printed on the keys to be shown, in their order; none shows the text.
+    std::vector<std::string> keyCaps;
+    std::string text;
+    /// A small line below.
+    std::string hint;
+    bool isListening = false;
+    /// The hint tells of a mistake.
+    bool warns = false;
+    /// There is something to clear.
+    bool canClear = false;
+    friend bool operator==(const Look&, const Look&) = default;
+  };
+
+  virtual Look look() const = 0;
+  virtual bool isListening() const = 0;
+  // What the user does. All are harmless when there is nothing to do.
+  virtual void listen() = 0;
+  virtual void stopListening() = 0;
+  virtual void clear() = 0;
+  /// A key that is no modifier has gone down while it listens. False when it is none of the
+  /// recorder's: it has stopped listening then, and the key is the dialog's.
+  virtual bool keyDown(std::uint16_t keyCode, EventFlags flags) = 0;
+
+  /// Told of each change of the look, and of the listening; an empty one ends that.
+  void setObserver(std::function<void()> observer) { observer_ = std::move(observer); }
+
+ protected:
+  explicit DialogKeyRecorder(Size size) : DialogControl(size) {}
+  void changed() {
+    // It may be replaced meanwhile.
+    if (const auto observer = observer_) observer();
+  }
+
+ private:
+  std::function<void()> observer_;
 };
 
 /// How an alert is marked when it brings no icon.
@@ -129,6 +177,8 @@ class Dialogs {
   virtual std::int32_t runModal(Alert& alert) = 0;
   /// The absolute paths that were chosen; none when the panel was cancelled or aborted.
   virtual std::optional<std::vector<std::string>> runModal(const OpenPanel& panel) = 0;
+  /// `NSBeep`: the desktop's sound for what cannot be done. Harmless where there is none.
+  virtual void beep() = 0;
   /// Ends the innermost run as if it had never been answered. Nothing when there is none.
   void abortModal() { ModalSession::abortModal(); }
 };

@@ -28,6 +28,13 @@ constexpr std::uint32_t fourCharacterCode(const char (&text)[5]) {
   return code;
 }
 
+/// One press of a hot key.
+struct HotKeyPress {
+  HotKeyID id;
+  /// The keyboard repeats it, since the key is held down.
+  bool isRepeat = false;
+};
+
 /// Key combinations that come to this process wherever the keyboard is. Main thread.
 class HotKeys {
  public:
@@ -36,8 +43,9 @@ class HotKeys {
    public:
     virtual ~Registration() = default;
   };
-  /// Called on the main thread for each press, repeats included.
-  using Handler = std::function<void(const HotKeyID&)>;
+  /// Called on the main thread for each press, repeats included. Answers whether the press has been
+  /// dealt with; one that has not goes on to the dialog that listens for keys, if there is one.
+  using Handler = std::function<bool(const HotKeyPress&)>;
 
   virtual ~HotKeys() = default;
   /// `InstallEventHandler`: the one receiver of all hot keys.
@@ -47,6 +55,10 @@ class HotKeys {
   [[nodiscard]] virtual std::unique_ptr<Registration> registerEventHotKey(std::uint16_t keyCode,
                                                                           std::uint32_t modifiers,
                                                                           HotKeyID id) = 0;
+  /// Whether another program, the window manager among them, has this combination for itself. A
+  /// desktop that keeps no list of them is asked by trial (`CopySymbolicHotKeys` elsewhere). False
+  /// for what this process holds, and for keys that the keyboard lacks.
+  virtual bool isHeldByAnotherProgram(std::uint16_t keyCode, std::uint32_t modifiers) = 0;
 };
 
 }  // namespace qb

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 #include "QuillboxCommon/RunLoop.h"
 #include "QuillboxCommon/views/Event.h"
@@ -32,6 +33,9 @@ class Keyboard {
   virtual KeyMap getKeys() const = 0;
   /// The modifiers that are down now (`NSEvent modifierFlags`).
   virtual EventFlags modifierFlags() const = 0;
+  /// What the user's present layout prints on a key: the character that it gives alone, a letter as
+  /// a capital, in UTF-8. Empty for a key that gives none to be seen, and for one that is missing.
+  virtual std::string legendOfKey(std::uint16_t keyCode) const = 0;
   /// Signalled when any key goes down or up.
   virtual ChangeNotice& keysChanged() = 0;
 };

@@ -68,6 +68,8 @@ DesktopPlatform::DesktopPlatform(const ScreenFormats& formats)
   runLoopHost_.setRunLoop(runLoop_.get());
   adoptColors(colorScheme_.isDark());
   colorScheme_.setObserver(adoptColors);
+  applicationControl_.setApplicationOpener(
+      [this](const std::string& path) { return openApplication(path); });
   catalogue_.setChangeObserver([this] { graphics_.forgetIcons(); });
 }
 
@@ -76,7 +78,7 @@ DesktopPlatform::~DesktopPlatform() {
   runLoopHost_.setWakeObserver({});
   beforeSleep_.cancel();
   windowServer_.setKeyObserver({});
-  dialogs_.setUpObserver({});
+  dialogs_.setObserver({});
   windowServer_.pointerInput().setTap({});
   processes_.setUserTime({});
   userDefaults_.setOnChange({});
@@ -94,7 +96,7 @@ DesktopInputHost DesktopPlatform::inputHost() {
           .pointerSpace = [this] { return pointerSpace(); },
           .isOwnWindow = [this](std::uint32_t id) { return windowServer_.isOwnWindow(id); },
           .isAllowed = [this] { return inputIsAllowed(); },
-          .deliverKey = [this](const TappedEvent& key) { windowServer_.deliverKey(key); }};
+          .deliverKey = [this](const TappedEvent& key) { deliverKey(key); }};
 }
 
 void DesktopPlatform::setInput(std::unique_ptr<DesktopInput> input) {
@@ -113,7 +115,11 @@ void DesktopPlatform::setInput(std::unique_ptr<DesktopInput> input) {
   accessibilitySwitch_.setObserver([this] { noteAccess(); });
   processes_.setUserTime([this] { return input_->lastUserTime(); });
   windowServer_.setKeyObserver([this](bool) { noteKeyWindow(); });
-  dialogs_.setUpObserver([this](bool) { noteKeyWindow(); });
+  dialogs_.setObserver([this] {
+    // Whoever has run it may be handling a press.
+    input_->settlePress();
+    noteKeyWindow();
+  });
   windowServer_.pointerInput().setTap(
       [this](const TappedEvent& event) { return input_->eventTap().tapPointerEvent(event); });
 }
@@ -121,6 +127,17 @@ void DesktopPlatform::setInput(std::unique_ptr<DesktopInput> input) {
 bool DesktopPlatform::inputIsAllowed() const {
   if (userDefaults_.boolForKey(kInputAccessIsDeniedKey)) return false;
   return !accessibilitySwitch_.isOff() || !userDefaults_.boolForKey(kInputAccessFollowsDesktopKey);
+}
+
+/// A program file is one only while it runs: opened as a file it may be a script to be read.
+bool DesktopPlatform::openApplication(const std::string& path) {
+  const auto running = processes_.running();
+  const bool isRunning = std::any_of(running.begin(), running.end(), [&](const auto& number) {
+    const auto information = processes_.processInformation(number);
+    return information && information->bundlePath == path;
+  });
+  return (isRunning || path.ends_with(".desktop")) &&
+         workspace_.launchApplicationAtPath(path, 0, {});
 }
 
 void DesktopPlatform::noteAccess() {
@@ -137,8 +154,17 @@ void DesktopPlatform::noteAccess() {
 void DesktopPlatform::noteKeyWindow() {
   const bool windowIsKey = windowServer_.keyWindow() != nullptr;
   processes_.setOwnWindowIsKey(windowIsKey || dialogs_.isUp());
-  // A dialog has the server's own keyboard focus, which must not be kept from it.
-  input_->eventTap().setOwnWindowIsKey(windowIsKey && !dialogs_.isUp());
+  // A dialog has the server's own keyboard focus, which must not be kept from it; a recorder needs
+  // the keys that the focus does not bring.
+  input_->eventTap().setOwnWindowIsKey(dialogs_.isUp() ? dialogs_.listens() : windowIsKey);
+}
+
+void DesktopPlatform::deliverKey(const TappedEvent& key) {
+  if (dialogs_.isUp()) {
+    dialogs_.deliverKey(key);
+  } else {
+    windowServer_.deliverKey(key);
+  }
 }
 
 PointerSpace DesktopPlatform::pointerSpace() const {

@@ -84,10 +84,13 @@ class DesktopPlatform : public Platform {
   void setInput(std::unique_ptr<DesktopInput> input);
   PointerSpace pointerSpace() const;
   bool inputIsAllowed() const;
+  bool openApplication(const std::string& path);
   /// The user has given or taken back the access to the desktop's input.
   void noteAccess();
   /// This process is the front one while the panel or a dialog has the keys.
   void noteKeyWindow();
+  /// A key that is kept for this process.
+  void deliverKey(const TappedEvent& key);
 
   QtRunLoopHost runLoopHost_;
   std::unique_ptr<RunLoop> runLoop_;

@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "Platform/KeyCodes.h"
 #include "PlatformSimulated/SimulatedGraphics.h"
 #include "QuillboxCommon/Format.h"
 #include "QuillboxCommon/RunLoop.h"
@@ -20,7 +21,17 @@ std::string descriptionOf(const DialogControl* control) {
   if (const auto* image = dynamic_cast<const DialogImage*>(control)) {
     return stringWithFormat("image %@ of %@", size, simulatedImageName(image->image()));
   }
+  if (const auto* recorder = dynamic_cast<const DialogKeyRecorder*>(control)) {
+    const DialogKeyRecorder::Look look = recorder->look();
+    std::string shown = look.keyCaps.empty() ? look.text : "";
+    for (const std::string& cap : look.keyCaps) shown += (shown.empty() ? "" : "+") + cap;
+    return stringWithFormat("key recorder %@ '%@'", size, shown);
+  }
   return "spacer " + size;
+}
+
+DialogKeyRecorder* recorderOf(const Alert& alert) {
+  return dynamic_cast<DialogKeyRecorder*>(alert.accessoryView.get());
 }
 
 }  // namespace
@@ -42,7 +53,32 @@ void AlertOnScreen::pressReturn() { session_.stop(alert_.buttons.front().respons
 
 void AlertOnScreen::pressEscape() { session_.stop(alert_.escapeButton().response); }
 
+DialogKeyRecorder& AlertOnScreen::recorder() const {
+  DialogKeyRecorder* const recorder = recorderOf(alert_);
+  if (recorder == nullptr) throw std::logic_error("No recorder in alert: " + alert_.messageText);
+  return *recorder;
+}
+
 SimulatedDialogs::~SimulatedDialogs() = default;
+
+bool SimulatedDialogs::keepsKeyboard() const {
+  if (onScreen_.empty()) return false;
+  const DialogKeyRecorder* const recorder = recorderOf(onScreen_.back()->alert());
+  return recorder != nullptr && recorder->isListening();
+}
+
+void SimulatedDialogs::deliverKeyDown(std::uint16_t keyCode, EventFlags flags, bool isRepeat) {
+  if (isRepeat || !keepsKeyboard()) return;
+  AlertOnScreen& dialog = *onScreen_.back();
+  if (dialog.recorder().keyDown(keyCode, flags)) return;
+  if (keyCode == KeyCodeReturn || keyCode == KeyCodeEnter) dialog.pressReturn();
+}
+
+std::vector<const Alert*> SimulatedDialogs::alertsOnScreen() const {
+  std::vector<const Alert*> alerts;
+  for (const AlertOnScreen* const dialog : onScreen_) alerts.push_back(&dialog->alert());
+  return alerts;
+}
 
 void SimulatedDialogs::answerAlert(std::string buttonTitle) {
   answers_.push_back(
@@ -73,17 +109,19 @@ std::int32_t SimulatedDialogs::runModal(Alert& alert) {
 
   ModalSession session;
   AlertOnScreen onScreen(alert, session);
-  onScreen_.push_back(&alert);
+  onScreen_.push_back(&onScreen);
   // The user may come to it only after this alert has been closed by the program.
   const auto isUp = std::make_shared<bool>(true);
   host_.schedule(0, [this, number, isUp, &onScreen, user = std::move(user)] {
     if (!*isUp) return;
     shownAlerts_[number].mode = RunLoop::main().currentMode();
+    if (DialogKeyRecorder* const recorder = recorderOf(onScreen.alert())) recorder->listen();
     user(onScreen);
   });
   const std::int32_t response = session.run();
   *isUp = false;
-  std::erase(onScreen_, &alert);
+  std::erase(onScreen_, &onScreen);
+  if (DialogKeyRecorder* const recorder = recorderOf(alert)) recorder->stopListening();
   shownAlerts_[number].response = response;
   return response;
 }

@@ -25,6 +25,9 @@ class AlertOnScreen {
   void press(const std::string& title);
   void pressReturn();
   void pressEscape();
+  /// The recorder, which gets what the keyboard types while it listens. Throws `std::logic_error`
+  /// when there is none.
+  DialogKeyRecorder& recorder() const;
 
  private:
   const Alert& alert_;
@@ -48,6 +51,12 @@ class SimulatedDialogs : public Dialogs {
 
   std::int32_t runModal(Alert& alert) override;
   std::optional<std::vector<std::string>> runModal(const OpenPanel& panel) override;
+  void beep() override { ++numberOfBeeps_; }
+
+  /// For the keyboard: whether a dialog has it kept, so that it gets every key.
+  bool keepsKeyboard() const;
+  /// For the keyboard: a key-down that no hot key has taken, for the dialog that keeps it.
+  void deliverKeyDown(std::uint16_t keyCode, EventFlags flags, bool isRepeat);
 
   /// What the user does with an alert. Who presses nothing leaves it up.
   using User = std::function<void(AlertOnScreen&)>;
@@ -75,7 +84,8 @@ class SimulatedDialogs : public Dialogs {
     std::string escapeButton;
     /// Empty for none.
     std::string iconName;
-    /// "none", "spacer 380x20", "text field 240x22 'Notes'" or "image 100x50 of Name".
+    /// "none", "spacer 380x20", "text field 240x22 'Notes'", "image 100x50 of Name" or "key
+    /// recorder 340x62 'Ctrl+T'".
     std::string accessoryView = "none";
     RunLoopMode mode = RunLoopMode::Default;
     std::optional<std::int32_t> response;
@@ -83,7 +93,8 @@ class SimulatedDialogs : public Dialogs {
   const std::vector<ShownAlert>& shownAlerts() const { return shownAlerts_; }
   const std::vector<OpenPanel>& shownOpenPanels() const { return shownOpenPanels_; }
   /// Those that are up now, the innermost last.
-  const std::vector<const Alert*>& alertsOnScreen() const { return onScreen_; }
+  std::vector<const Alert*> alertsOnScreen() const;
+  int numberOfBeeps() const { return numberOfBeeps_; }
 
  private:
   SimulatedRunLoopHost& host_;
@@ -92,7 +103,9 @@ class SimulatedDialogs : public Dialogs {
   std::deque<std::optional<std::vector<std::string>>> paths_;
   std::vector<ShownAlert> shownAlerts_;
   std::vector<OpenPanel> shownOpenPanels_;
-  std::vector<const Alert*> onScreen_;
+  /// The innermost last.
+  std::vector<AlertOnScreen*> onScreen_;
+  int numberOfBeeps_ = 0;
 };
 
 }  // namespace qb

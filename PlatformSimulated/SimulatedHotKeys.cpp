@@ -38,7 +38,7 @@ SimulatedHotKeys::~SimulatedHotKeys() = default;
 std::unique_ptr<HotKeys::Registration> SimulatedHotKeys::registerEventHotKey(
     std::uint16_t keyCode, std::uint32_t modifiers, HotKeyID id) {
   if (isRegistered(keyCode, modifiers)) return nullptr;
-  if (ownedByAnotherProgram_.contains({keyCode, modifiers})) {
+  if (isHeldByAnotherProgram(keyCode, modifiers)) {
     log(stringWithFormat("Hot key refused: another program has %@%@%@%@key code %i",
                          (modifiers & HotKeyModifierControl) != 0 ? "Control-" : "",
                          (modifiers & HotKeyModifierOption) != 0 ? "Option-" : "",
@@ -67,16 +67,20 @@ void SimulatedHotKeys::setOwnedByAnotherProgram(std::uint16_t keyCode, std::uint
   ownedByAnotherProgram_.insert({keyCode, modifiers});
 }
 
-bool SimulatedHotKeys::processKeyDown(std::uint16_t keyCode, EventFlags flags) {
+void SimulatedHotKeys::releaseByAnotherProgram(std::uint16_t keyCode, std::uint32_t modifiers) {
+  ownedByAnotherProgram_.erase({keyCode, modifiers});
+}
+
+bool SimulatedHotKeys::processKeyDown(std::uint16_t keyCode, EventFlags flags, bool isRepeat,
+                                      bool keyboardIsKept) {
   const std::uint32_t modifiers = hotKeyModifiers(flags);
   // What another program has never gets further than to that program.
-  if (ownedByAnotherProgram_.contains({keyCode, modifiers})) return true;
+  if (!keyboardIsKept && isHeldByAnotherProgram(keyCode, modifiers)) return true;
   for (const auto& [key, entry] : table_->entries) {
     if (entry.keyCode != keyCode || entry.modifiers != modifiers) continue;
     const HotKeyID id = entry.id;
     const Handler handler = handler_;
-    if (handler) handler(id);
-    return true;
+    return !handler || handler({id, isRepeat});
   }
   return false;
 }

@@ -23,6 +23,9 @@ class SimulatedHotKeys : public HotKeys {
   void installEventHandler(Handler handler) override { handler_ = std::move(handler); }
   std::unique_ptr<Registration> registerEventHotKey(std::uint16_t keyCode, std::uint32_t modifiers,
                                                     HotKeyID id) override;
+  bool isHeldByAnotherProgram(std::uint16_t keyCode, std::uint32_t modifiers) override {
+    return ownedByAnotherProgram_.contains({keyCode, modifiers});
+  }
 
   struct Entry {
     std::uint16_t keyCode = 0;
@@ -36,9 +39,12 @@ class SimulatedHotKeys : public HotKeys {
   bool isRegistered(std::uint16_t keyCode, std::uint32_t modifiers) const;
   /// Another program has this combination: registering it fails and is logged.
   void setOwnedByAnotherProgram(std::uint16_t keyCode, std::uint32_t modifiers);
+  /// The other program has let it go.
+  void releaseByAnotherProgram(std::uint16_t keyCode, std::uint32_t modifiers);
 
-  /// For the keyboard: a key-down of these values; true when a hot key took it.
-  bool processKeyDown(std::uint16_t keyCode, EventFlags flags);
+  /// For the keyboard: a key-down of these values; true when a hot key took it. While the keyboard
+  /// is kept for this process no other program gets a combination of its own.
+  bool processKeyDown(std::uint16_t keyCode, EventFlags flags, bool isRepeat, bool keyboardIsKept);
 
  private:
   class SimulatedRegistration;

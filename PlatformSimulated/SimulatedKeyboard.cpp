@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 
 #include "PlatformSimulated/SimulatedLayout.h"
 
@@ -34,6 +35,15 @@ bool isModifier(std::uint16_t keyCode) {
 }
 
 }  // namespace
+
+std::string SimulatedKeyboard::legendOfKey(std::uint16_t keyCode) const {
+  // By key code from 0 on; blanks stand for keys that have none.
+  static constexpr std::string_view usual = "ASDFHGZXCV BQWERYT123465=97-80]OU[IP LJ'K;\\,/NM. ";
+  if (const auto found = legends_.find(keyCode); found != legends_.end()) return found->second;
+  if (keyCode == KeyCodeBackquote) return "`";
+  if (keyCode >= usual.size() || usual[keyCode] == ' ') return {};
+  return std::string(1, usual[keyCode]);
+}
 
 EventFlags SimulatedKeyboard::modifierFlags() const {
   EventFlags flags = capsLock_ ? EventFlagCapsLock : 0;
@@ -78,10 +88,15 @@ void SimulatedKeyboard::send(EventType type, std::uint16_t keyCode, bool isRepea
   if (type == EventTypeKeyDown) parts_.eventTap.notifyKeyDownMonitors();
   if (!parts_.eventTap.process(event)) return;
   if (type == EventTypeKeyUp) {
-    if (takenByHotKeys_.erase(keyCode) > 0) return;
-  } else if (parts_.hotKeys.processKeyDown(keyCode, event.flags)) {
-    takenByHotKeys_.insert(keyCode);
-    return;
+    if (taken_.erase(keyCode) > 0) return;
+  } else {
+    const bool isKept = parts_.dialogs.keepsKeyboard();
+    const bool isHotKey = parts_.hotKeys.processKeyDown(keyCode, event.flags, isRepeat, isKept);
+    if (isKept && !isHotKey) parts_.dialogs.deliverKeyDown(keyCode, event.flags, isRepeat);
+    if (isKept || isHotKey) {
+      taken_.insert(keyCode);
+      return;
+    }
   }
   sendToFrontProcess(event);
 }

@@ -2,12 +2,15 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <map>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Platform/KeyCodes.h"
 #include "Platform/Keyboard.h"
+#include "PlatformSimulated/SimulatedDialogs.h"
 #include "PlatformSimulated/SimulatedDisplays.h"
 #include "PlatformSimulated/SimulatedEventTap.h"
 #include "PlatformSimulated/SimulatedHotKeys.h"
@@ -18,13 +21,15 @@ namespace qb {
 
 /// A keyboard with hands on it.
 ///
-/// A key changes the state, then goes to the observers of key-downs, the tap, the hot keys and the
-/// front application, until one of them takes it. When this process is in front, its key window
-/// gets it; otherwise the program records it. A key-up whose key-down a hot key took goes nowhere.
-/// Modifier keys change state and flags only: they are no key-downs and nobody receives them.
+/// A key changes the state, then goes to the observers of key-downs, the tap, the hot keys, a
+/// dialog that keeps the keyboard and the front application, until one of them takes it. When this
+/// process is in front, its key window gets it; otherwise the program records it. A key-up whose
+/// key-down a hot key or a dialog took goes nowhere. Modifier keys change state and flags only:
+/// they are no key-downs and nobody receives them.
 class SimulatedKeyboard : public Keyboard {
  public:
   struct Parts {
+    SimulatedDialogs& dialogs;
     SimulatedDisplays& displays;
     SimulatedEventTap& eventTap;
     SimulatedHotKeys& hotKeys;
@@ -35,7 +40,14 @@ class SimulatedKeyboard : public Keyboard {
 
   KeyMap getKeys() const override { return keys_; }
   EventFlags modifierFlags() const override;
+  /// Of a US layout, but for what `setLegend` says.
+  std::string legendOfKey(std::uint16_t keyCode) const override;
   ChangeNotice& keysChanged() override { return keysChanged_; }
+
+  /// The user's layout has this on the key.
+  void setLegend(std::uint16_t keyCode, std::string legend) {
+    legends_[keyCode] = std::move(legend);
+  }
 
   void press(std::uint16_t keyCode);
   void release(std::uint16_t keyCode);
@@ -74,8 +86,9 @@ class SimulatedKeyboard : public Keyboard {
   KeyMap keys_;
   bool capsLock_ = false;
   ChangeNotice keysChanged_;
-  /// Held keys whose press a hot key took.
-  std::set<std::uint16_t> takenByHotKeys_;
+  /// Held keys whose press went no further than to a hot key or a dialog.
+  std::set<std::uint16_t> taken_;
+  std::map<std::uint16_t, std::string> legends_;
   std::vector<Received> frontApplicationReceived_;
 };
 

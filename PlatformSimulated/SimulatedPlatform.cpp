@@ -11,7 +11,7 @@ SimulatedPlatform::SimulatedPlatform()
       userNotifications_(processes_),
       workspace_(processes_, runLoopHost_),
       windowServer_(processes_),
-      keyboard_({displays_, eventTap_, hotKeys_, processes_, windowServer_}),
+      keyboard_({dialogs_, displays_, eventTap_, hotKeys_, processes_, windowServer_}),
       menuPresenter_(runLoopHost_),
       pointer_({runLoopHost_, displays_, eventTap_, keyboard_, processes_, windowServer_,
                 menuPresenter_}),

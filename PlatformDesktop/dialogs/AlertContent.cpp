@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "PlatformDesktop/dialogs/KeyRecorderView.h"
 #include "PlatformDesktop/dialogs/WrappedText.h"
 #include "PlatformDesktop/graphics/DesktopImage.h"
 #include "PlatformDesktop/graphics/QtConversions.h"
@@ -153,9 +154,18 @@ QWidget* AlertContent::makeAccessory() {
   if (const auto* const image = dynamic_cast<const DialogImage*>(&control)) {
     return new PictureView(image->image(), image->image().size(), image->size());
   }
+  if (auto* const recorder = dynamic_cast<DialogKeyRecorder*>(&control)) {
+    recorderView_ = new KeyRecorderView(*recorder);
+    initialFocus_ = recorderView_;
+    return recorderView_;
+  }
   auto* const spacer = new QWidget;
   spacer->setFixedSize(qtSize(control.size()));
   return spacer;
+}
+
+void AlertContent::refreshRecorder() {
+  if (recorderView_ != nullptr) recorderView_->refresh();
 }
 
 QWidget* AlertContent::makeButtons(const std::function<void(std::int32_t)>& respond) {

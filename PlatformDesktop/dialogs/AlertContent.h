@@ -6,9 +6,9 @@
 
 #include "Platform/Dialogs.h"
 
-class QVBoxLayout;
-
 namespace qb {
+
+class KeyRecorderView;
 
 /// What an alert shows: icon, title and text, the accessory's control, and the buttons, with the
 /// default button at the right. What is typed goes into the alert's model at once.
@@ -20,6 +20,8 @@ class AlertContent : public QWidget {
 
   /// The control that has the keyboard first.
   QWidget* initialFocus() const { return initialFocus_; }
+  /// Shows what a recorder looks like now.
+  void refreshRecorder();
 
  private:
   QWidget* makeIcon(const Image& logo) const;
@@ -30,6 +32,7 @@ class AlertContent : public QWidget {
 
   Alert& alert_;
   QWidget* initialFocus_ = nullptr;
+  KeyRecorderView* recorderView_ = nullptr;
 };
 
 }  // namespace qb

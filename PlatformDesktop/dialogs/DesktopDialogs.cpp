@@ -1,7 +1,10 @@
 #include "PlatformDesktop/dialogs/DesktopDialogs.h"
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <algorithm>
 
+#include "Platform/KeyCodes.h"
 #include "PlatformDesktop/dialogs/AlertContent.h"
 #include "PlatformDesktop/dialogs/DialogWindow.h"
 #include "PlatformDesktop/dialogs/KeyboardFocus.h"
@@ -13,6 +16,23 @@ namespace {
 
 constexpr char programName[] = "Quillbox";
 
+/// What a key does in every dialog, as Qt's name of it; 0 for nothing.
+int dialogKey(const TappedEvent& key) {
+  switch (key.keyCode) {
+    case KeyCodeReturn:
+    case KeyCodeEnter:
+      return Qt::Key_Return;
+    case KeyCodeEscape:
+      return Qt::Key_Escape;
+    case KeyCodeTab:
+      return (key.flags & EventFlagShift) != 0 ? Qt::Key_Backtab : Qt::Key_Tab;
+    case KeyCodeSpace:
+      return Qt::Key_Space;
+    default:
+      return 0;
+  }
+}
+
 }  // namespace
 
 DesktopDialogs::DesktopDialogs(DesktopWindowServer& windowServer, Graphics& graphics)
@@ -23,7 +43,7 @@ DesktopDialogs::DesktopDialogs(DesktopWindowServer& windowServer, Graphics& grap
 DesktopDialogs::~DesktopDialogs() { windowServer_.setDialogRaiser({}); }
 
 void DesktopDialogs::raiseDialogs() {
-  for (DialogWindow* const window : windows_) window->raise();
+  for (const Dialog* const dialog : dialogs_) dialog->window.raise();
 }
 
 std::int32_t DesktopDialogs::runModal(Alert& alert) {
@@ -37,7 +57,15 @@ std::int32_t DesktopDialogs::runModal(Alert& alert) {
       new AlertContent(alert, graphics_.imageNamed("QuillboxLogo"),
                        [&session](std::int32_t response) { session.stop(response); });
   window.setContent(content);
-  return run(window, *content->initialFocus(), session);
+  auto* const recorder = dynamic_cast<DialogKeyRecorder*>(alert.accessoryView.get());
+  if (recorder == nullptr) return run({window, nullptr}, *content->initialFocus(), session);
+  recorder->setObserver([this, content] {
+    content->refreshRecorder();
+    noteChange();
+  });
+  const std::int32_t response = run({window, recorder}, *content->initialFocus(), session);
+  recorder->setObserver({});
+  return response;
 }
 
 std::optional<std::vector<std::string>> DesktopDialogs::runModal(const OpenPanel& panel) {
@@ -50,27 +78,61 @@ std::optional<std::vector<std::string>> DesktopDialogs::runModal(const OpenPanel
   QObject::connect(content, &QFileDialog::finished, &window, [&session](int result) {
     session.stop(result == QDialog::Accepted ? ModalResponseStop : ModalResponseAbort);
   });
-  if (run(window, *content, session) == ModalResponseAbort) return std::nullopt;
+  if (run({window, nullptr}, *content, session) == ModalResponseAbort) return std::nullopt;
   return content->paths();
 }
 
-std::int32_t DesktopDialogs::run(DialogWindow& window, QWidget& focus, ModalSession& session) {
+void DesktopDialogs::beep() { QApplication::beep(); }
+
+std::int32_t DesktopDialogs::run(Dialog dialog, QWidget& focus, ModalSession& session) {
+  DialogWindow& window = dialog.window;
+  DialogKeyRecorder* const recorder = dialog.recorder;
   const KeyboardFocus keyboard(windowServer_.connection());
-  windows_.push_back(&window);
-  if (windows_.size() == 1 && upObserver_) upObserver_(true);
+  dialogs_.push_back(&dialog);
   window.present();
   windowServer_.restack();
   const auto id = static_cast<xcb_window_t>(window.winId());
   window.setPressObserver([&keyboard, id] { keyboard.give(id); });
   keyboard.give(id);
   focus.setFocus(Qt::ActiveWindowFocusReason);
+  if (recorder != nullptr) {
+    window.setLeaveObserver([this, &dialog] {
+      if (dialogs_.back() == &dialog) dialog.recorder->stopListening();
+    });
+    recorder->listen();
+  }
+  // Only now may a keyboard that has been kept go: what is typed next is for this dialog.
+  noteChange();
   const std::int32_t response = session.run();
+  if (recorder != nullptr) recorder->stopListening();
   keyboard.restoreFrom(id);
   window.hide();
-  std::erase(windows_, &window);
-  if (windows_.empty() && upObserver_) upObserver_(false);
+  std::erase(dialogs_, &dialog);
+  noteChange();
   xcb_flush(windowServer_.connection());
   return response;
+}
+
+bool DesktopDialogs::listens() const {
+  const DialogKeyRecorder* const recorder = dialogs_.empty() ? nullptr : dialogs_.back()->recorder;
+  return recorder != nullptr && recorder->isListening();
+}
+
+void DesktopDialogs::noteChange() const {
+  if (observer_) observer_();
+}
+
+void DesktopDialogs::deliverKey(const TappedEvent& key) {
+  if (dialogs_.empty() || key.type != EventTypeKeyDown) return;
+  const Dialog& dialog = *dialogs_.back();
+  if (listens() && (key.isRepeat || dialog.recorder->keyDown(key.keyCode, key.flags))) return;
+  const int qtKey = dialogKey(key);
+  if (qtKey == 0) return;
+  QWidget* const target = dialog.window.focusWidget();
+  for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QKeyEvent event(type, qtKey, Qt::NoModifier);
+    QApplication::sendEvent(target != nullptr ? target : &dialog.window, &event);
+  }
 }
 
 }  // namespace qb

@@ -23,7 +23,8 @@ const DialogColors& DialogColors::light() {
                                    .buttonBorder = QColor(192, 192, 200),
                                    .accent = QColor(38, 112, 233),
                                    .accentText = Qt::white,
-                                   .focusRing = QColor(16, 62, 148)};
+                                   .focusRing = QColor(16, 62, 148),
+                                   .warning = QColor(184, 38, 24)};
   return colors;
 }
 
@@ -39,7 +40,8 @@ const DialogColors& DialogColors::dark() {
                                    .buttonBorder = QColor(92, 94, 100),
                                    .accent = QColor(48, 110, 214),
                                    .accentText = Qt::white,
-                                   .focusRing = QColor(150, 190, 255)};
+                                   .focusRing = QColor(150, 190, 255),
+                                   .warning = QColor(255, 138, 120)};
   return colors;
 }
 

@@ -9,7 +9,7 @@ namespace qb {
 /// The colours of dialogs.
 struct DialogColors {
   QColor background, titleBar, border, text, dimmedText, field, fieldBorder, button, buttonBorder,
-      accent, accentText, focusRing;
+      accent, accentText, focusRing, warning;
 
   static const DialogColors& light();
   static const DialogColors& dark();

@@ -1,5 +1,7 @@
 #include "PlatformDesktop/dialogs/DialogWindow.h"
 
+#include <xcb/xcb.h>
+
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -97,6 +99,18 @@ bool DialogWindow::event(QEvent* event) {
 bool DialogWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonPress && pressObserver_) pressObserver_();
   return QWidget::eventFilter(watched, event);
+}
+
+/// Qt takes a grab of the keyboard for a loss of the focus; the server tells them apart.
+bool DialogWindow::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {
+  const auto* const event = static_cast<const xcb_focus_out_event_t*>(message);
+  if ((event->response_type & 0x7f) == XCB_FOCUS_OUT &&
+      (event->mode == XCB_NOTIFY_MODE_NORMAL || event->mode == XCB_NOTIFY_MODE_WHILE_GRABBED) &&
+      event->detail != XCB_NOTIFY_DETAIL_INFERIOR && event->detail != XCB_NOTIFY_DETAIL_POINTER &&
+      leaveObserver_) {
+    leaveObserver_();
+  }
+  return QWidget::nativeEvent(eventType, message, result);
 }
 
 void DialogWindow::paintEvent(QPaintEvent*) {

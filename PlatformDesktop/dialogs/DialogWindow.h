@@ -28,10 +28,13 @@ class DialogWindow : public QWidget {
   void present();
   /// Called when the user presses anywhere in it: it wants the keyboard back then.
   void setPressObserver(std::function<void()> observer) { pressObserver_ = std::move(observer); }
+  /// Called when the keyboard focus has gone elsewhere, not just the keys for a while by a grab.
+  void setLeaveObserver(std::function<void()> observer) { leaveObserver_ = std::move(observer); }
 
  protected:
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  bool nativeEvent(const QByteArray& eventType, void* message, qintptr* result) override;
   void paintEvent(QPaintEvent* event) override;
   /// The program ends.
   void closeEvent(QCloseEvent* event) override;
@@ -46,7 +49,7 @@ class DialogWindow : public QWidget {
   QString title_;
   bool translucent_;
   Actions actions_;
-  std::function<void()> pressObserver_;
+  std::function<void()> pressObserver_, leaveObserver_;
   QToolButton* closeBox_;
   /// From the window's corner to the pointer while it is being moved.
   std::optional<QPoint> grip_;

@@ -24,15 +24,17 @@ xcb_window_t KeyboardFocus::owner() const {
 
 void KeyboardFocus::give(xcb_window_t window) const {
   // The time of the present: an older one may lie before somebody else's request.
-  xcb_set_input_focus(connection_, XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
-  xcb_flush(connection_);
+  setChecked(window);
 }
 
 void KeyboardFocus::restoreFrom(xcb_window_t window) const {
-  if (before_ == XCB_NONE || owner() != window) return;
-  // Checked here, so that a window that has gone is not reported as an error of the program.
+  if (before_ != XCB_NONE && owner() == window) setChecked(before_);
+}
+
+/// Checked here, so that a window that has gone is not reported as an error of the program.
+void KeyboardFocus::setChecked(xcb_window_t window) const {
   const std::unique_ptr<xcb_generic_error_t, Free> error(xcb_request_check(
-      connection_, xcb_set_input_focus_checked(connection_, XCB_INPUT_FOCUS_POINTER_ROOT, before_,
+      connection_, xcb_set_input_focus_checked(connection_, XCB_INPUT_FOCUS_POINTER_ROOT, window,
                                                XCB_CURRENT_TIME)));
 }
 

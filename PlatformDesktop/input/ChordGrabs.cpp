@@ -1,5 +1,6 @@
 #include "PlatformDesktop/input/ChordGrabs.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "QuillboxCommon/Log.h"
@@ -17,7 +18,7 @@ std::vector<std::uint32_t> widened(const std::vector<std::uint16_t>& modifiers) 
 void ChordGrabs::setWanted(const std::set<Combination>& wanted) {
   const auto gone = std::erase_if(grabs_, [&](const auto& entry) {
     if (wanted.contains(entry.first)) return false;
-    let(entry.second.key, entry.second.modifiers);
+    let(entry.second);
     return true;
   });
   for (const Combination& combination : wanted) {
@@ -34,67 +35,81 @@ void ChordGrabs::setMap(const KeyboardMap& map) {
   if (map == map_) return;
   map_ = map;
   for (auto& [combination, grab] : grabs_) {
-    if (grab.key == 0) continue;
+    if (grab.keys.empty()) continue;
     const Grab old = std::exchange(grab, {});
     if (!acquire(combination, grab)) log(nameOf(combination) + " is held by another program");
-    std::vector<std::uint16_t> obsolete = old.modifiers;
-    if (grab.key == old.key) {
-      for (const std::uint16_t set : grab.modifiers) std::erase(obsolete, set);
+    for (const std::uint8_t key : old.keys) {
+      Grab obsolete{{key}, old.modifiers};
+      if (std::find(grab.keys.begin(), grab.keys.end(), key) != grab.keys.end()) {
+        for (const std::uint16_t set : grab.modifiers) std::erase(obsolete.modifiers, set);
+      }
+      if (!obsolete.modifiers.empty()) let(obsolete);
     }
-    if (!obsolete.empty()) let(old.key, obsolete);
   }
 }
 
 bool ChordGrabs::owns(const Combination& combination) const {
   const auto entry = grabs_.find(combination);
-  return entry != grabs_.end() && entry->second.key != 0;
+  return entry != grabs_.end() && !entry->second.keys.empty();
 }
 
 void ChordGrabs::retryRefused() {
   for (auto& [combination, grab] : grabs_) {
-    if (grab.key == 0) acquire(combination, grab);
+    if (grab.keys.empty()) acquire(combination, grab);
   }
+}
+
+bool ChordGrabs::isHeldByAnotherProgram(const Combination& combination) {
+  if (owns(combination)) return false;
+  Grab trial;
+  if (!acquire(combination, trial)) return true;
+  let(trial);
+  waitForServer();
+  return false;
 }
 
 /// The claim comes first, so that the device grab lies before it in the server's list and is the
 /// one that fires. All is sent at once: a press between the two would be lost to the claim.
 bool ChordGrabs::acquire(const Combination& combination, Grab& grab) {
-  const auto key = map_.xCode(combination.keyCode);
-  if (!key) return true;
-  std::vector<std::uint16_t> modifiers;
+  Grab wanted{map_.xCodes(combination.keyCode), {}};
   for (const std::uint16_t locks : map_.lockVariants()) {
-    modifiers.push_back(static_cast<std::uint16_t>(map_.modifiers(combination.flags) | locks));
+    wanted.modifiers.push_back(
+        static_cast<std::uint16_t>(map_.modifiers(combination.flags) | locks));
   }
-  xcb_connection_t* xcb = connection_.xcb.get();
-  const auto claims = sendClaims(*key, modifiers);
-  const auto deviceGrab = sendDeviceGrab(*key, modifiers);
+  std::vector<xcb_void_cookie_t> claims;
+  std::vector<xcb_input_xi_passive_grab_device_cookie_t> deviceGrabs;
+  for (const std::uint8_t key : wanted.keys) {
+    sendClaims(key, wanted.modifiers, claims);
+    deviceGrabs.push_back(sendDeviceGrab(key, wanted.modifiers));
+  }
 
+  xcb_connection_t* xcb = connection_.xcb.get();
   bool granted = true;
   for (const auto claim : claims) {
     const XcbPointer<xcb_generic_error_t> error(xcb_request_check(xcb, claim));
     if (error) granted = false;
   }
-  const XcbPointer<xcb_input_xi_passive_grab_device_reply_t> reply(
-      xcb_input_xi_passive_grab_device_reply(xcb, deviceGrab, nullptr));
-  // The reply lists the sets of modifiers that failed.
-  if (!granted || !reply || reply->num_modifiers != 0) {
-    let(*key, modifiers);
+  for (const auto deviceGrab : deviceGrabs) {
+    const XcbPointer<xcb_input_xi_passive_grab_device_reply_t> reply(
+        xcb_input_xi_passive_grab_device_reply(xcb, deviceGrab, nullptr));
+    // The reply lists the sets of modifiers that failed.
+    if (!reply || reply->num_modifiers != 0) granted = false;
+  }
+  if (!granted) {
+    let(wanted);
     xcb_flush(xcb);
     return false;
   }
-  grab.key = *key;
-  grab.modifiers = std::move(modifiers);
+  grab = std::move(wanted);
   return true;
 }
 
-std::vector<xcb_void_cookie_t> ChordGrabs::sendClaims(std::uint8_t key,
-                                                      const std::vector<std::uint16_t>& modifiers) {
-  std::vector<xcb_void_cookie_t> cookies;
+void ChordGrabs::sendClaims(std::uint8_t key, const std::vector<std::uint16_t>& modifiers,
+                            std::vector<xcb_void_cookie_t>& cookies) {
   for (const std::uint16_t set : modifiers) {
     cookies.push_back(xcb_grab_key_checked(connection_.xcb.get(), 0, connection_.root, set, key,
                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
   }
-  return cookies;
 }
 
 xcb_input_xi_passive_grab_device_cookie_t ChordGrabs::sendDeviceGrab(
@@ -111,14 +126,15 @@ xcb_input_xi_passive_grab_device_cookie_t ChordGrabs::sendDeviceGrab(
       XCB_INPUT_GRAB_OWNER_NO_OWNER, &mask, sets.data());
 }
 
-void ChordGrabs::let(std::uint8_t key, const std::vector<std::uint16_t>& modifiers) {
-  if (key == 0) return;
+void ChordGrabs::let(const Grab& grab) {
   xcb_connection_t* xcb = connection_.xcb.get();
-  const auto sets = widened(modifiers);
-  xcb_input_xi_passive_ungrab_device(xcb, connection_.root, key, connection_.masterKeyboard,
-                                     static_cast<std::uint16_t>(sets.size()),
-                                     XCB_INPUT_GRAB_TYPE_KEYCODE, sets.data());
-  for (const std::uint16_t set : modifiers) xcb_ungrab_key(xcb, key, connection_.root, set);
+  const auto sets = widened(grab.modifiers);
+  for (const std::uint8_t key : grab.keys) {
+    xcb_input_xi_passive_ungrab_device(xcb, connection_.root, key, connection_.masterKeyboard,
+                                       static_cast<std::uint16_t>(sets.size()),
+                                       XCB_INPUT_GRAB_TYPE_KEYCODE, sets.data());
+    for (const std::uint16_t set : grab.modifiers) xcb_ungrab_key(xcb, key, connection_.root, set);
+  }
 }
 
 /// What was let go is gone when the caller goes on.

@@ -30,22 +30,25 @@ class ChordGrabs {
   bool owns(const Combination& combination) const;
   /// Tries again what another program holds.
   void retryRefused();
+  /// Found out by trial, unless it is owned.
+  bool isHeldByAnotherProgram(const Combination& combination);
   /// Lets go of all.
   void clear() { setWanted({}); }
 
  private:
-  /// What stands at the server; `key` is 0 while refused or without a key.
+  /// What stands at the server: each of the keys with each set of modifiers. No keys while refused
+  /// or without a key.
   struct Grab {
-    std::uint8_t key = 0;
+    std::vector<std::uint8_t> keys;
     std::vector<std::uint16_t> modifiers;
   };
 
   bool acquire(const Combination& combination, Grab& grab);
-  std::vector<xcb_void_cookie_t> sendClaims(std::uint8_t key,
-                                            const std::vector<std::uint16_t>& modifiers);
+  void sendClaims(std::uint8_t key, const std::vector<std::uint16_t>& modifiers,
+                  std::vector<xcb_void_cookie_t>& cookies);
   xcb_input_xi_passive_grab_device_cookie_t sendDeviceGrab(
       std::uint8_t key, const std::vector<std::uint16_t>& modifiers);
-  void let(std::uint8_t key, const std::vector<std::uint16_t>& modifiers);
+  void let(const Grab& grab);
   void waitForServer();
 
   InputConnection& connection_;

@@ -60,14 +60,20 @@ std::unique_ptr<HotKeys::Registration> DesktopHotKeys::registerEventHotKey(std::
   return std::make_unique<TableRegistration>(table_, combination);
 }
 
-bool DesktopHotKeys::press(const Combination& combination) {
+bool DesktopHotKeys::isHeldByAnotherProgram(std::uint16_t keyCode, std::uint32_t modifiers) {
+  const Combination combination{keyCode, eventFlags(modifiers)};
+  return table_->thread.ask(
+      [combination](InputWorker& worker) { return worker.isHeldByAnotherProgram(combination); });
+}
+
+bool DesktopHotKeys::press(const Combination& combination, bool isRepeat) {
   const auto key = table_->keys.find(combination);
   if (key == table_->keys.end()) return false;
   if (!handler_) return true;
-  const HotKeyID id = key->second;
+  const HotKeyPress press{.id = key->second, .isRepeat = isRepeat};
+  // It may be replaced meanwhile.
   const Handler handler = handler_;
-  handler(id);
-  return true;
+  return handler(press);
 }
 
 }  // namespace qb

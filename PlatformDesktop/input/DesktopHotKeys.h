@@ -20,10 +20,12 @@ class DesktopHotKeys : public HotKeys {
                                                                   std::uint32_t modifiers,
                                                                   HotKeyID id) override;
 
+  bool isHeldByAnotherProgram(std::uint16_t keyCode, std::uint32_t modifiers) override;
+
   // For DesktopInput.
   /// A key-down that came to this process and that the tap let pass. Answers whether it was a hot
-  /// key.
-  bool press(const Combination& combination);
+  /// key and has been dealt with.
+  bool press(const Combination& combination, bool isRepeat);
 
  private:
   struct Table;

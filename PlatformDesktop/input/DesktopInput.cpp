@@ -66,15 +66,22 @@ void DesktopInput::handOnKey(const InputEvent& event) {
   tapped.flags = event.flags;
   tapped.keyCode = event.keyCode;
   tapped.isRepeat = event.isRepeat;
+  pressInHand_ = event.serial;
   const bool passes = eventTap_.tap(tapped);
   if (passes && event.isOwned) {
-    const bool isHotKey = event.type == EventTypeKeyDown &&
-                          hotKeys_.press({event.keyCode, event.flags & combinationFlags});
+    const bool isHotKey =
+        event.type == EventTypeKeyDown &&
+        hotKeys_.press({event.keyCode, event.flags & combinationFlags}, event.isRepeat);
     if (!isHotKey && host_.deliverKey) host_.deliverKey(tapped);
   }
-  if (event.serial != 0) {
-    thread_.post([serial = event.serial](InputWorker& worker) { worker.setHandled(serial); });
-  }
+  pressInHand_ = event.serial;
+  settlePress();
+}
+
+void DesktopInput::settlePress() {
+  const std::uint32_t serial = std::exchange(pressInHand_, 0);
+  if (serial == 0) return;
+  thread_.post([serial](InputWorker& worker) { worker.setHandled(serial); });
 }
 
 void DesktopInput::handOnButton(const InputEvent& event) {

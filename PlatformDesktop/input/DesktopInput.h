@@ -52,6 +52,8 @@ class DesktopInput {
   /// Hands on what the input thread has reported. To be called after each wake-up, and when the
   /// mode of the run loop has changed: events that the tap is not served for wait, in order.
   void drain();
+  /// Whoever handles a press now runs a dialog meanwhile: the keyboard is not to wait for its end.
+  void settlePress();
   /// The server's time of the user's last key or button event; 0 before the first.
   std::uint32_t lastUserTime() const { return queue_.userTime(); }
 
@@ -74,6 +76,8 @@ class DesktopInput {
   DesktopPointer pointer_;
   TextTyper typer_;
   std::deque<InputEvent> waiting_;
+  /// The serial of the press that is being handled; 0 for none that holds the keyboard.
+  std::uint32_t pressInHand_ = 0;
 };
 
 }  // namespace qb

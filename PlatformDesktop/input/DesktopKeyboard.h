@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "Platform/Keyboard.h"
 #include "PlatformDesktop/input/InputConnection.h"
 #include "PlatformDesktop/input/InputQueue.h"
@@ -14,9 +16,13 @@ class DesktopKeyboard : public Keyboard {
 
   KeyMap getKeys() const override;
   EventFlags modifierFlags() const override;
+  std::string legendOfKey(std::uint16_t keyCode) const override;
   ChangeNotice& keysChanged() override { return keysChanged_; }
 
  private:
+  /// Buttons, modifiers and, from bit 13 on, the number of the layout.
+  std::uint32_t state() const;
+
   InputConnection& queries_;
   InputQueue& queue_;
   ChangeNotice keysChanged_;

@@ -26,6 +26,9 @@ class InputWorker {
   /// is asked of the server, and a refusal shows only later, in the log.
   bool addHotKey(const Combination& combination);
   void removeHotKey(const Combination& combination);
+  bool isHeldByAnotherProgram(const Combination& combination) {
+    return grabs_.isHeldByAnotherProgram(combination);
+  }
   /// The main thread has handled the press `serial`.
   void setHandled(std::uint32_t serial);
   /// From here on keys are of this program's own making: the keyboard is let go, the grabs pass on

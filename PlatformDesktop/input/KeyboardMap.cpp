@@ -139,13 +139,17 @@ std::vector<std::uint16_t> KeyboardMap::lockVariants() const {
   return variants;
 }
 
-std::optional<std::uint8_t> KeyboardMap::xCode(std::uint16_t keyCode) const {
+std::vector<std::uint8_t> KeyboardMap::xCodes(std::uint16_t keyCode) const {
+  std::vector<std::uint8_t> codes;
+  if (keyCode == KeyCodeTable::unknownKeyCode) return codes;
   const auto usual = KeyCodeTable::xCodeFromKeyCode(keyCode);
-  if (usual && keyCodes_[*usual] == keyCode) return usual;
-  for (unsigned code = 0; code < 256 && keyCode != KeyCodeTable::unknownKeyCode; ++code) {
-    if (keyCodes_[code] == keyCode) return static_cast<std::uint8_t>(code);
+  if (usual && keyCodes_[*usual] == keyCode) codes.push_back(*usual);
+  for (unsigned code = 0; code < 256; ++code) {
+    if (keyCodes_[code] == keyCode && code != usual) {
+      codes.push_back(static_cast<std::uint8_t>(code));
+    }
   }
-  return std::nullopt;
+  return codes;
 }
 
 std::uint16_t KeyboardMap::modifiersOf(const XKeySet& keys) const {

@@ -3,7 +3,6 @@
 #include <array>
 #include <bitset>
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 #include "PlatformDesktop/input/XInput.h"
@@ -33,8 +32,9 @@ class KeyboardMap {
   std::uint16_t lockMask() const { return static_cast<std::uint16_t>(XCB_MOD_MASK_LOCK | num_); }
 
   std::uint16_t keyCode(std::uint8_t xCode) const { return keyCodes_[xCode]; }
-  /// None for virtual key codes without a key.
-  std::optional<std::uint8_t> xCode(std::uint16_t keyCode) const;
+  /// All keys that go by the virtual key code, the one of the usual place first. None for codes
+  /// without a key.
+  std::vector<std::uint8_t> xCodes(std::uint16_t keyCode) const;
   bool isModifier(std::uint8_t xCode) const { return modifiersOfKey_[xCode] != 0; }
   /// The modifier bits that the held keys give.
   std::uint16_t modifiersOf(const XKeySet& keys) const;

@@ -111,6 +111,7 @@ bool DesktopApplicationControl::openFile(const std::string& path) {
   if (file.starts_with("~/")) file = DesktopFolders::home() + file.substr(1);
   if (!QFileInfo::exists(QString::fromStdString(file))) return false;
   if (file.ends_with(".prefPane")) return isProgram(file) && start({file}, {});
+  if (!isTerminating_ && openApplication_ && openApplication_(file)) return true;
   return start({"xdg-open", file}, {});
 }
 

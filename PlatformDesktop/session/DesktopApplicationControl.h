@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Platform/ApplicationControl.h"
@@ -30,6 +32,11 @@ class DesktopApplicationControl : public ApplicationControl {
   /// `terminate` has been called; it may have been before the main loop ran.
   bool isTerminating() const { return isTerminating_; }
 
+  /// Opens what is an application, by bringing it forward or starting it; answers false for
+  /// everything else. An empty one opens none.
+  void setApplicationOpener(std::function<bool(const std::string& path)> opener) {
+    openApplication_ = std::move(opener);
+  }
   /// Starts the preference program, or brings its window forward. `page` may be empty.
   bool openPreferences(const std::string& page) const;
 
@@ -41,6 +48,7 @@ class DesktopApplicationControl : public ApplicationControl {
   QtRunLoopHost& runLoopHost_;
   std::string bundlePath_;
   bool isTerminating_ = false;
+  std::function<bool(const std::string&)> openApplication_;
 };
 
 }  // namespace qb

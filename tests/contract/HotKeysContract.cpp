@@ -12,7 +12,11 @@ using ::testing::ElementsAre;
 class HotKeysContract : public ContractTest {
  protected:
   HotKeysContract() {
-    platform_.hotKeys().installEventHandler([this](const HotKeyID& id) { pressed_.push_back(id); });
+    platform_.hotKeys().installEventHandler([this](const HotKeyPress& press) {
+      pressed_.push_back(press.id);
+      repeats_ += press.isRepeat ? 1 : 0;
+      return true;
+    });
   }
   std::unique_ptr<HotKeys::Registration> registerTab(std::uint32_t modifiers, HotKeyID id) {
     return platform_.hotKeys().registerEventHotKey(KeyCodeTab, modifiers, id);
@@ -21,6 +25,7 @@ class HotKeysContract : public ContractTest {
   const HotKeyID first_{fourCharacterCode("QBt1"), 1};
   const HotKeyID second_{fourCharacterCode("QBt2"), 2};
   std::vector<HotKeyID> pressed_;
+  int repeats_ = 0;
 };
 
 TEST_F(HotKeysContract, APressComesHereAndNotToTheClient) {
@@ -75,8 +80,42 @@ TEST_F(HotKeysContract, AnAutoRepeatComesToo) {
   desktop_->pressKey(KeyCodeTab);
   desktop_->repeatKey(KeyCodeTab);
   EXPECT_TRUE(waitUntil([&] { return pressed_.size() >= 2; }));
+  EXPECT_EQ(repeats_, static_cast<int>(pressed_.size()) - 1);
   desktop_->releaseKey(KeyCodeTab);
   desktop_->releaseKey(KeyCodeLeftOption);
+}
+
+TEST_F(HotKeysContract, WhatAnotherProgramHoldsIsFoundOut) {
+  HotKeys& hotKeys = platform_.hotKeys();
+  EXPECT_FALSE(hotKeys.isHeldByAnotherProgram(KeyCodeTab, HotKeyModifierOption));
+  desktop_->takeHotKeyElsewhere(KeyCodeTab, HotKeyModifierOption);
+  EXPECT_TRUE(hotKeys.isHeldByAnotherProgram(KeyCodeTab, HotKeyModifierOption));
+  EXPECT_FALSE(
+      hotKeys.isHeldByAnotherProgram(KeyCodeTab, HotKeyModifierOption | HotKeyModifierShift));
+  EXPECT_FALSE(hotKeys.isHeldByAnotherProgram(KeyCodeTab, HotKeyModifierCommand));
+  EXPECT_FALSE(hotKeys.isHeldByAnotherProgram(KeyCodeX, HotKeyModifierOption));
+}
+
+TEST_F(HotKeysContract, WhatThisProcessHoldsIsNotAnothers) {
+  desktop_->startClient();
+  const auto registration = registerTab(HotKeyModifierOption, first_);
+  ASSERT_TRUE(registration);
+  EXPECT_FALSE(platform_.hotKeys().isHeldByAnotherProgram(KeyCodeTab, HotKeyModifierOption));
+  typeKey(KeyCodeTab, {KeyCodeLeftOption});
+  EXPECT_TRUE(waitUntil([&] { return pressed_.size() == 1; }));
+}
+
+TEST_F(HotKeysContract, AKeyThatTheKeyboardLacksIsNobodys) {
+  EXPECT_FALSE(platform_.hotKeys().isHeldByAnotherProgram(0xff, HotKeyModifierCommand));
+}
+
+TEST_F(HotKeysContract, FindingOutLeavesNothingHeld) {
+  const ProcessSerialNumber client = desktop_->startClient();
+  EXPECT_FALSE(platform_.hotKeys().isHeldByAnotherProgram(KeyCodeTab, HotKeyModifierOption));
+  typeKey(KeyCodeTab, {KeyCodeLeftOption});
+  ASSERT_TRUE(typeMarker(client));
+  EXPECT_EQ(keyDowns(client, KeyCodeTab), 1);
+  EXPECT_TRUE(pressed_.empty());
 }
 
 TEST_F(HotKeysContract, OfTwoRegistrationsOfOneCombinationTheFirstStays) {

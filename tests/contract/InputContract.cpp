@@ -94,6 +94,25 @@ TEST_F(KeyboardContract, PressesAndReleasesAreSignalled) {
   EXPECT_TRUE(waitUntil(isSignalled));
 }
 
+TEST_F(KeyboardContract, LegendsAreThoseOfTheLayout) {
+  const struct {
+    std::uint16_t keyCode;
+    const char* legend;
+  } cases[] = {{KeyCodeA, "A"}, {KeyCodeQ, "Q"}, {KeyCodeBackquote, "`"},
+               {29, "0"},       {41, ";"},       {44, "/"}};
+  for (const auto& each : cases) {
+    EXPECT_EQ(platform_.keyboard().legendOfKey(each.keyCode), each.legend);
+  }
+}
+
+TEST_F(KeyboardContract, KeysWithoutACharacterHaveNoLegend) {
+  for (const int keyCode : {KeyCodeSpace, KeyCodeReturn, KeyCodeTab, KeyCodeDelete, KeyCodeEscape,
+                            KeyCodeLeft, KeyCodeLeftControl}) {
+    EXPECT_EQ(platform_.keyboard().legendOfKey(static_cast<std::uint16_t>(keyCode)), "") << keyCode;
+  }
+  EXPECT_EQ(platform_.keyboard().legendOfKey(0xff), "");
+}
+
 class PointerContract : public ContractTest {};
 
 TEST_F(PointerContract, TheLocationIsFromTheLowerLeft) {

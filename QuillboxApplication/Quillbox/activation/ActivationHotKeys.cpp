@@ -3,6 +3,7 @@
 #include "Quillbox/activation/ActivationTypes.h"
 #include "Quillbox/activation/AppDelegate.h"
 #include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/activation/shortcuts/ItemHotKeys.h"
 #include "Quillbox/managers/ApplicationManager.h"
 #include "QuillboxCommon/RunLoop.h"
 
@@ -18,7 +19,8 @@ ActivationHotKeys::~ActivationHotKeys() {
 }
 
 void ActivationHotKeys::installPrimaryHotKeys() {
-  hotKeys_.installEventHandler([this](const HotKeyID& hotKey) { hotKeyEventHandler(hotKey); });
+  hotKeys_.installEventHandler(
+      [this](const HotKeyPress& press) { return hotKeyEventHandler(press); });
   install(Group::Primary, 0);
 }
 
@@ -43,15 +45,22 @@ void ActivationHotKeys::installSecondaryHotKeysForActivationMethod(std::int32_t 
 
 void ActivationHotKeys::removeSecondaryHotKeys() { remove(Group::Secondary); }
 
-void ActivationHotKeys::hotKeyEventHandler(const HotKeyID& hotKey) {
+bool ActivationHotKeys::hotKeyEventHandler(const HotKeyPress& press) {
+  MASShortcutHotKeyHandler& itemHotKeys = quillbox->itemHotKeys().handler();
+  itemHotKeys.handle(press);
+  const HotKeyID hotKey = press.id;
+  const bool isItemHotKey = hotKey.signature == MASRegisteredHotKeys::signature;
+  if (itemHotKeys.recorderListens() && !isItemHotKey) return false;
+  // Ids of items' hot keys go on from here like all others. Intended.
   if (hotKey.id == HotKeyHideFrontmostApplication) {
     quillbox->applicationManager().hideFrontmostApplication();
-    return;
+    return true;
   }
   // Command-based hot keys take this way too, and so stand still without Option-Tab. Intended.
   RunLoop::main().performAfterDelay(this, "processOptionTabWithHotKeyID:", 0, [this, hotKey] {
     appDelegate_.processOptionTabWithHotKeyID(static_cast<std::int32_t>(hotKey.id));
   });
+  return true;
 }
 
 void ActivationHotKeys::install(Group group, std::uint32_t methodModifier) {

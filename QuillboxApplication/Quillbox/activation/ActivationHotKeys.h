@@ -72,7 +72,8 @@ class ActivationHotKeys {
   void removeSecondaryHotKeys();
 
  private:
-  void hotKeyEventHandler(const HotKeyID& hotKey);
+  /// Whether the press has been dealt with.
+  bool hotKeyEventHandler(const HotKeyPress& press);
   void install(Group group, std::uint32_t methodModifier);
   void remove(Group group);
   bool& isInstalled(Group group) { return installed_[static_cast<std::size_t>(group)]; }

@@ -21,6 +21,7 @@
 #include "Quillbox/activation/UserInteraction.h"
 #include "Quillbox/activation/UtilityTimer.h"
 #include "Quillbox/activation/Welcome.h"
+#include "Quillbox/activation/shortcuts/ItemHotKeys.h"
 #include "Quillbox/rows/HostView.h"
 #include "QuillboxCommon/Log.h"
 
@@ -201,6 +202,8 @@ void AppDelegate::dismissApplicationWithInvocation(bool invocation, bool reactiv
   inputMonitor_->noteDismissal();
   removeSecondaryHotKeys();
   dismissWindowWithInvocation(invocation, reactivatePreviousApp);
+  // The navigation had keys that the user may have given to an item meanwhile.
+  quillbox_->itemHotKeys().registered().registerLeftOutShortcuts();
 }
 
 void AppDelegate::dismissQuillbox() {

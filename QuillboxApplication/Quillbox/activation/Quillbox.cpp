@@ -23,6 +23,7 @@
 #include "Quillbox/activation/SavedDictionaries.h"
 #include "Quillbox/activation/Settings.h"
 #include "Quillbox/activation/SystemVersion.h"
+#include "Quillbox/activation/shortcuts/ItemHotKeys.h"
 #include "Quillbox/activation/utilities/ScriptFiles.h"
 #include "Quillbox/managers/ApplicationManager.h"
 #include "Quillbox/managers/DecorationManager.h"
@@ -64,6 +65,8 @@ Quillbox::Quillbox(AppDelegate& appDelegate, Platform& platform)
   dialogs_ = std::make_unique<QuillboxDialogs>(*this);
   dragOperations_ = std::make_unique<DragOperations>(*this);
   popUpViews_ = std::make_unique<PopUpViews>(*this);
+  itemHotKeys_ = std::make_unique<ItemHotKeys>(*this);
+  maintainItemHotKeys();
   notifications_ = std::make_unique<QuillboxNotifications>(*this);
   platform.scripts().setBeginUserInteraction([this] {
     beginUserInteraction();
@@ -277,6 +280,13 @@ void Quillbox::invokeItemWithUniqueID(const std::string& uniqueID) {
 
 void Quillbox::itemDecorationChanged(const Item& /*item*/) {
   for (const auto& tabRow : tabRows()) tabRow->itemsHaveChangedWithMaintainSelection(false, true);
+}
+
+void Quillbox::maintainItemHotKeys() { itemHotKeys_->maintainItemHotKeys(); }
+void Quillbox::clearItemHotKey(const Item& item) { itemHotKeys_->clearItemHotKey(item); }
+
+void Quillbox::handleItemHotKeyInvoked(const std::string& identifier) {
+  itemHotKeys_->handleItemHotKeyInvoked(identifier);
 }
 
 std::string Quillbox::generateUUID() {

@@ -28,6 +28,7 @@ class EventMonitorProtocol;
 class HostView;
 class ImageManager;
 class Item;
+class ItemHotKeys;
 class KeyHandlerTarget;
 class MenuHelpers;
 class PopUpViews;
@@ -60,6 +61,7 @@ class Quillbox {
   ImageManager& imageManager() { return *imageManager_; }
   DecorationManager& decorationManager() { return *decorationManager_; }
   Settings& settings() { return *settings_; }
+  ItemHotKeys& itemHotKeys() { return *itemHotKeys_; }
   /// None before the panel is made.
   HostView* hostView() const;
 
@@ -150,6 +152,10 @@ class Quillbox {
   void invokeItemWithUniqueID(const std::string& uniqueID);
   /// Has all rows show their items anew, wherever the item is.
   void itemDecorationChanged(const Item& item);
+  // The hot keys of items; see ItemHotKeys.
+  void maintainItemHotKeys();
+  void clearItemHotKey(const Item& item);
+  void handleItemHotKeyInvoked(const std::string& identifier);
   /// A new identity, unlike any other.
   static std::string generateUUID();
 
@@ -216,6 +222,7 @@ class Quillbox {
   std::unique_ptr<ScriptFiles> scriptFiles_;
   std::vector<Item*> registeredItems_;
   WeakList<EventListener> eventListeners_;
+  std::unique_ptr<ItemHotKeys> itemHotKeys_;
   std::unique_ptr<SavedDictionaries> savedDictionaries_;
   std::unique_ptr<QuillboxNotifications> notifications_;
   std::unique_ptr<QuillboxDialogs> dialogs_;

@@ -1,6 +1,7 @@
 // The row and its provider: making, fetching, presenting and replacing the items.
 
 #include "Quillbox/Item/Item.h"
+#include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/providers/TabRowProvider.h"
 #include "Quillbox/rows/HostView.h"
 #include "Quillbox/rows/ProviderSelector.h"
@@ -200,6 +201,7 @@ void TabRow::noteFileOfItemHasMoved(const std::shared_ptr<Item>& item) {
 
 void TabRow::noteItemHasLeft(const std::shared_ptr<Item>& item) {
   if (item == selectedItem_) setSelectedItem(nullptr, SelectionMethodProgram);
+  quillbox->clearItemHotKey(*item);
   item->willBeRemovedFromTabBar();
 }
 

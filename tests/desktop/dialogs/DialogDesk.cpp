@@ -13,7 +13,7 @@ namespace qb::test {
 namespace {
 
 constexpr TimeInterval lookInterval = 0.005;
-constexpr TimeInterval longestStep = 8;
+constexpr TimeInterval longestStep = 20;
 constexpr std::uint16_t keyCodeF9 = 101;
 
 ScreenFormats formats() {
@@ -40,6 +40,8 @@ DialogDesk::DialogDesk()
   host.setRunLoop(&loop);
   client.openWindow();
   client.takeFocus();
+  // The window manager gives a new window the focus, too, and may come to it late.
+  EXPECT_TRUE(waitFor([this] { return client.activeWindow() == client.window(); }));
 }
 
 DialogDesk::~DialogDesk() {

@@ -265,9 +265,9 @@ TEST_F(DialogsTest, DialogsNest) {
   EXPECT_EQ(field->stringValue(), "a");
 }
 
-TEST_F(DialogsTest, TheObserverHearsOfTheFirstAndTheLast) {
+TEST_F(DialogsTest, TheObserverHearsOfItsComingAndGoing) {
   std::vector<bool> heard;
-  dialogs.setUpObserver([&](bool up) { heard.push_back(up); });
+  dialogs.setObserver([&] { heard.push_back(dialogs.isUp()); });
   Alert alert = question();
   when("shown", shown(), [&] { dialogs.abortModal(); });
   run(alert);

@@ -16,6 +16,7 @@ from .processes import Process
 NO_KEYS = pathlib.Path(__file__).resolve().parents[1] / "openbox/no-keys.xml"
 READY = "Quillbox is ready"
 SETTINGS = "Library/Preferences/com.vorlane.quillbox.settings"
+HOT_KEYS = "Library/Preferences/com.vorlane.quillbox.hotkeys"
 USER_DEFAULTS = "Library/Preferences/com.vorlane.quillbox.plist"
 VERSION = "1.0.0"
 
@@ -212,6 +213,26 @@ class Desktop:
     @property
     def settings_path(self):
         return self.home / SETTINGS
+
+    def write_hot_keys(self, hot_keys):
+        """From identifiers to pairs of a key code and modifier flags."""
+        self.hot_keys_path.parent.mkdir(parents=True, exist_ok=True)
+        self.hot_keys_path.write_bytes(plistlib.dumps({
+            identifier: plistlib.dumps({"keyCode": key_code, "modifierFlags": flags})
+            for identifier, (key_code, flags) in hot_keys.items()
+        }))
+
+    def read_hot_keys(self):
+        """The same; empty without a file."""
+        if not self.hot_keys_path.exists():
+            return {}
+        archives = plistlib.loads(self.hot_keys_path.read_bytes())
+        hot_keys = {name: plistlib.loads(archive) for name, archive in archives.items()}
+        return {name: (key["keyCode"], key["modifierFlags"]) for name, key in hot_keys.items()}
+
+    @property
+    def hot_keys_path(self):
+        return self.home / HOT_KEYS
 
     def start_program(self, **variables):
         self.program = self.start([PROGRAM], **variables)

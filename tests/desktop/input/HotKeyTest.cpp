@@ -94,9 +94,10 @@ TEST_F(HotKey, LetsTheKeyboardGoUnderAHeldModifierWhenNothingComesOfIt) {
 TEST_F(HotKey, KeepsTheKeyboardWhenTheRulesFollow) {
   const auto registration = registerAltTab();
   input_.createTap({});
-  input_->hotKeys().installEventHandler([&](const HotKeyID& id) {
-    input_.hotKeys.push_back(id);
+  input_->hotKeys().installEventHandler([&](const HotKeyPress& press) {
+    input_.hotKeys.push_back(press.id);
     input_.setEveryKeyDown(true);
+    return true;
   });
   client_.press(KeyCodeLeftOption);
   client_.tap(KeyCodeTab);

@@ -39,7 +39,10 @@ InputUnderTest::InputUnderTest(const std::string& display)
     return;
   }
   input_ = std::get<std::unique_ptr<DesktopInput>>(std::move(input));
-  input_->hotKeys().installEventHandler([this](const HotKeyID& id) { hotKeys.push_back(id); });
+  input_->hotKeys().installEventHandler([this](const HotKeyPress& press) {
+    hotKeys.push_back(press.id);
+    return true;
+  });
 }
 
 InputUnderTest::~InputUnderTest() {

@@ -136,9 +136,11 @@ xcb_atom_t XClient::atom(const std::string& name) {
   return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_NONE);
 }
 
-xcb_window_t XClient::windowManager() {
-  const auto cookie =
-      xcb_get_property(xcb(), 0, root_, atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW, 0, 1);
+xcb_window_t XClient::windowManager() { return windowInProperty("_NET_SUPPORTING_WM_CHECK"); }
+xcb_window_t XClient::activeWindow() { return windowInProperty("_NET_ACTIVE_WINDOW"); }
+
+xcb_window_t XClient::windowInProperty(const std::string& name) {
+  const auto cookie = xcb_get_property(xcb(), 0, root_, atom(name), XCB_ATOM_WINDOW, 0, 1);
   const XcbPointer<xcb_get_property_reply_t> reply(xcb_get_property_reply(xcb(), cookie, nullptr));
   if (!reply || xcb_get_property_value_length(reply.get()) != 4) return XCB_NONE;
   return *static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));

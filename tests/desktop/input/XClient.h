@@ -70,6 +70,8 @@ class XClient : public Pump {
   bool grabKey(std::uint16_t keyCode, std::uint16_t modifiers);
 
   xcb_window_t windowManager();
+  /// By the window manager's word.
+  xcb_window_t activeWindow();
   /// What a window manager does when it starts.
   void touchWindowManagerProperty();
 
@@ -78,6 +80,7 @@ class XClient : public Pump {
 
  private:
   xcb_atom_t atom(const std::string& name);
+  xcb_window_t windowInProperty(const std::string& name);
   void fake(std::uint8_t type, std::uint8_t detail, int x = 0, int y = 0);
 
   XcbConnectionPointer connection_;

@@ -19,7 +19,7 @@
 //   windows CLASS              "ok X Y W H X Y W H ..." of all of them
 //   watch X Y W H, watched     "ok CHANGED LOOKS": how many looks in between showed another picture
 //   input-free                 wait-input-free SECONDS
-//   chord-taken SUPER|ALT KEY  wait-chord-taken SUPER|ALT KEY SECONDS
+//   chord-taken SUPER|ALT|CONTROL KEY  wait-chord-taken SUPER|ALT|CONTROL KEY SECONDS
 #include <xcb/xcb.h>
 
 #include <atomic>
@@ -107,7 +107,9 @@ class Server {
   static bool nextIsDown(std::istringstream& words) { return next<std::string>(words) == "down"; }
 
   std::uint16_t nextModifier(std::istringstream& words) {
-    return next<std::string>(words) == "alt" ? XCB_MOD_MASK_1 : XCB_MOD_MASK_4;
+    const auto name = next<std::string>(words);
+    if (name == "control") return XCB_MOD_MASK_CONTROL;
+    return name == "alt" ? XCB_MOD_MASK_1 : XCB_MOD_MASK_4;
   }
 
   std::string wait(std::istringstream& words, const std::function<bool()>& holds) {
