@@ -1,11 +1,42 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "QuillboxCommon/PropertyList.h"
 
 namespace qb {
+
+/// What a path is, as bits. A link counts as what it leads to.
+enum ItemInfoFlags : std::uint32_t {
+  ItemInfoIsPlainFile = 1,
+  /// A folder that users take for one file.
+  ItemInfoIsPackage = 2,
+  /// On this desktop, a desktop entry that starts a program.
+  ItemInfoIsApplication = 4,
+  ItemInfoIsContainer = 8,
+  ItemInfoIsInvisible = 64,
+  /// The place where a file system that users know of is mounted.
+  ItemInfoIsVolume = 0x1000,
+};
+
+/// Folders that every user has.
+enum SearchPathDirectory : std::int32_t {
+  ApplicationDirectory = 1,
+  DocumentDirectory = 9,
+  DesktopDirectory = 12,
+  DownloadsDirectory = 15,
+  MoviesDirectory = 17,
+  MusicDirectory = 18,
+  PicturesDirectory = 19,
+  SharedPublicDirectory = 21,
+  AllApplicationsDirectory = 100,
+};
+
+/// What becomes of something that has the name which something else is to take.
+enum class PresentItem { Stays, IsReplaced };
 
 /// Files by absolute path. Main thread, unless said otherwise.
 class FileSystem {
@@ -20,6 +51,24 @@ class FileSystem {
   /// The user's folder for what programs keep between their runs; made when it is missing. On this
   /// desktop the XDG data home.
   virtual std::string applicationSupportDirectory() = 0;
+  /// The user's folder of that kind, which need not be there; none for a kind that the user has
+  /// none of.
+  virtual std::optional<std::string> pathForDirectory(SearchPathDirectory directory) const = 0;
+
+  /// `ItemInfoFlags`; 0 when there is nothing at `path`.
+  virtual std::uint32_t itemInfoFlagsAtPath(const std::string& path) const = 0;
+  /// The names in a folder, hidden ones too, sorted by their bytes. Empty when it cannot be read.
+  virtual std::vector<std::string> contentsOfDirectoryAtPath(const std::string& path) const = 0;
+
+  /// Moves a file, a folder or a link to a new path, onto another volume too. It has its new name
+  /// when it is there as a whole, and what had that name before goes only then: whatever fails,
+  /// both are where they were. False when it fails, also when the one lies in the other, or when
+  /// something has the name and is to stay. Onto itself it succeeds and does nothing.
+  virtual bool moveItemAtPath(const std::string& path, const std::string& toPath,
+                              PresentItem presentItem = PresentItem::Stays) = 0;
+  /// The same for a copy, which has the dates, modes and tags of what it is a copy of.
+  virtual bool copyItemAtPath(const std::string& path, const std::string& toPath,
+                              PresentItem presentItem = PresentItem::Stays) = 0;
 
   /// All bytes of a file. None when it is missing, no plain file or larger than 32 MiB.
   virtual std::optional<std::string> stringWithContentsOfFile(const std::string& path) const = 0;

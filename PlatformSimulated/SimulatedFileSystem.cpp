@@ -19,6 +19,22 @@ bool isBelow(const std::string& path, const std::string& folder) {
   return path.starts_with(folder.ends_with('/') ? folder : folder + '/');
 }
 
+struct NamedDirectory {
+  SearchPathDirectory directory;
+  const char* path;
+};
+constexpr NamedDirectory namedDirectories[] = {
+    {ApplicationDirectory, "/usr/share/applications"},
+    {DocumentDirectory, "/home/user/Documents"},
+    {DesktopDirectory, "/home/user/Desktop"},
+    {DownloadsDirectory, "/home/user/Downloads"},
+    {MoviesDirectory, "/home/user/Videos"},
+    {MusicDirectory, "/home/user/Music"},
+    {PicturesDirectory, "/home/user/Pictures"},
+    {SharedPublicDirectory, "/home/user/Public"},
+    {AllApplicationsDirectory, "/usr/share/applications"},
+};
+
 }  // namespace
 
 std::string SimulatedFileSystem::stringByExpandingTildeInPath(const std::string& path) const {
@@ -36,7 +52,7 @@ bool SimulatedFileSystem::fileExistsAtPath(const std::string& path) const {
 }
 
 bool SimulatedFileSystem::removeItemAtPath(const std::string& path) {
-  if (!fileExistsAtPath(path)) return false;
+  if (!fileExistsAtPath(path) || readOnly_.contains(folderOf(path))) return false;
   std::erase_if(files_, [&path](const auto& file) {
     return file.first == path || isBelow(file.first, path);
   });
@@ -59,6 +75,86 @@ std::string SimulatedFileSystem::applicationSupportDirectory() {
   const std::string path = std::string(home) + "/.local/share";
   createDirectoryAtPath(path);
   return path;
+}
+
+std::optional<std::string> SimulatedFileSystem::pathForDirectory(
+    SearchPathDirectory directory) const {
+  if (const auto set = directories_.find(directory); set != directories_.end()) return set->second;
+  for (const NamedDirectory& named : namedDirectories) {
+    if (named.directory == directory) return named.path;
+  }
+  return std::nullopt;
+}
+
+std::uint32_t SimulatedFileSystem::itemInfoFlagsAtPath(const std::string& path) const {
+  if (!fileExistsAtPath(path)) return 0;
+  std::uint32_t flags = files_.contains(path) ? ItemInfoIsPlainFile : ItemInfoIsContainer;
+  if (path.substr(path.rfind('/') + 1).starts_with('.')) flags |= ItemInfoIsInvisible;
+  if (volumes_.contains(path)) flags |= ItemInfoIsVolume;
+  if (flags & ItemInfoIsPlainFile && path.ends_with(".desktop")) flags |= ItemInfoIsApplication;
+  if (flags & ItemInfoIsContainer && path.ends_with(".rtfd")) flags |= ItemInfoIsPackage;
+  return flags;
+}
+
+std::vector<std::string> SimulatedFileSystem::contentsOfDirectoryAtPath(
+    const std::string& path) const {
+  const std::string prefix = path.ends_with('/') ? path : path + '/';
+  std::set<std::string> names;
+  const auto add = [&](const std::string& each) {
+    if (each.size() <= prefix.size() || !each.starts_with(prefix)) return;
+    names.insert(each.substr(prefix.size(), each.find('/', prefix.size()) - prefix.size()));
+  };
+  for (const auto& [file, contents] : files_) add(file);
+  for (const std::string& folder : folders_) add(folder);
+  return {names.begin(), names.end()};
+}
+
+std::string SimulatedFileSystem::volumeOf(const std::string& path) const {
+  std::string folder = folderOf(path);
+  while (!volumes_.contains(folder)) folder = folderOf(folder);
+  return folder;
+}
+
+bool SimulatedFileSystem::canPlaceItem(const std::string& path, const std::string& toPath,
+                                       PresentItem presentItem) const {
+  const std::string folder = folderOf(toPath);
+  if (!fileExistsAtPath(path) || !fileExistsAtPath(folder) || files_.contains(folder)) return false;
+  if (readOnly_.contains(folder) || isBelow(toPath, path) || isBelow(path, toPath)) return false;
+  return presentItem == PresentItem::IsReplaced || !fileExistsAtPath(toPath);
+}
+
+void SimulatedFileSystem::duplicate(const std::string& path, const std::string& toPath) {
+  removeItemAtPath(toPath);
+  std::map<std::string, Contents> files;
+  for (const auto& [file, contents] : files_) {
+    if (file == path || isBelow(file, path)) files[toPath + file.substr(path.size())] = contents;
+  }
+  std::set<std::string> folders;
+  for (const std::string& folder : folders_) {
+    if (folder == path || isBelow(folder, path))
+      folders.insert(toPath + folder.substr(path.size()));
+  }
+  files_.merge(files);
+  folders_.merge(folders);
+}
+
+bool SimulatedFileSystem::moveItemAtPath(const std::string& path, const std::string& toPath,
+                                         PresentItem presentItem) {
+  if (path == toPath) return fileExistsAtPath(path);
+  if (!canPlaceItem(path, toPath, presentItem) || readOnly_.contains(folderOf(path))) return false;
+  if (writesFail_ && volumeOf(path) != volumeOf(toPath)) return false;
+  duplicate(path, toPath);
+  // A folder that becomes empty is still there.
+  makeFolder(folderOf(path));
+  return removeItemAtPath(path);
+}
+
+bool SimulatedFileSystem::copyItemAtPath(const std::string& path, const std::string& toPath,
+                                         PresentItem presentItem) {
+  if (path == toPath) return fileExistsAtPath(path);
+  if (!canPlaceItem(path, toPath, presentItem) || writesFail_) return false;
+  duplicate(path, toPath);
+  return true;
 }
 
 std::optional<PropertyList> SimulatedFileSystem::dictionaryWithContentsOfFile(
@@ -101,6 +197,11 @@ void SimulatedFileSystem::makeFolder(const std::string& path) {
        folder = folderOf(folder)) {
     if (!folders_.insert(folder).second) return;
   }
+}
+
+void SimulatedFileSystem::mountVolume(const std::string& path) {
+  makeFolder(path);
+  volumes_.insert(path);
 }
 
 std::optional<PropertyList> SimulatedFileSystem::propertyList(const std::string& path) const {

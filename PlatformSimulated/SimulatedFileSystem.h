@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -11,8 +13,10 @@
 
 namespace qb {
 
-/// Files in memory. A file holds a property list, or raw bytes that are none. The user's home is
-/// "/home/user". A folder is there when it has been made or when a file lies below it.
+/// Files in memory. A file holds a property list, or raw bytes that are none; one whose name ends
+/// in
+/// ".desktop" is an application. The user's home is "/home/user". A folder is there when it has
+/// been made or when a file lies below it. The root is a volume.
 class SimulatedFileSystem : public FileSystem {
  public:
   std::string stringByExpandingTildeInPath(const std::string& path) const override;
@@ -26,6 +30,14 @@ class SimulatedFileSystem : public FileSystem {
   std::optional<std::string> stringWithContentsOfFile(const std::string& path) const override {
     return raw(path);
   }
+  /// The English names below the home; applications are in "/usr/share/applications".
+  std::optional<std::string> pathForDirectory(SearchPathDirectory directory) const override;
+  std::uint32_t itemInfoFlagsAtPath(const std::string& path) const override;
+  std::vector<std::string> contentsOfDirectoryAtPath(const std::string& path) const override;
+  bool moveItemAtPath(const std::string& path, const std::string& toPath,
+                      PresentItem presentItem) override;
+  bool copyItemAtPath(const std::string& path, const std::string& toPath,
+                      PresentItem presentItem) override;
   std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) const override;
   bool writeToFile(const PropertyList& dictionary, const std::string& path) override;
 
@@ -40,6 +52,15 @@ class SimulatedFileSystem : public FileSystem {
   /// The paths of all files, sorted.
   std::vector<std::string> paths() const;
 
+  /// Mounts a volume on a folder.
+  void mountVolume(const std::string& path);
+  /// Nothing can be put into a folder, or taken out of it.
+  void setReadOnly(const std::string& folder) { readOnly_.insert(folder); }
+  /// The user's folder of that kind from now on; none: the user has none.
+  void setPathForDirectory(SearchPathDirectory directory, std::optional<std::string> path) {
+    directories_[directory] = std::move(path);
+  }
+
   /// While set, every write fails as on a full disk.
   void setWritesFail(bool fail) { writesFail_ = fail; }
   /// The writes that were made, all of them or those of one path.
@@ -49,8 +70,16 @@ class SimulatedFileSystem : public FileSystem {
  private:
   using Contents = std::variant<PropertyList, std::string>;
 
+  bool canPlaceItem(const std::string& path, const std::string& toPath,
+                    PresentItem presentItem) const;
+  std::string volumeOf(const std::string& path) const;
+  void duplicate(const std::string& path, const std::string& toPath);
+
   std::map<std::string, Contents> files_;
   std::set<std::string> folders_{"/", "/home", "/home/user"};
+  std::set<std::string> volumes_{"/"};
+  std::set<std::string> readOnly_;
+  std::map<SearchPathDirectory, std::optional<std::string>> directories_;
   std::map<std::string, int> writes_;
   bool writesFail_ = false;
 };

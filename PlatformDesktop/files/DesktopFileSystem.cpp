@@ -4,13 +4,21 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 
+#include "PlatformDesktop/files/Descriptor.h"
+#include "PlatformDesktop/files/FileTree.h"
+#include "PlatformDesktop/files/ItemPlacement.h"
+#include "PlatformDesktop/files/MountedVolumes.h"
 #include "PlatformDesktop/files/PropertyListReader.h"
 #include "PlatformDesktop/files/PropertyListWriter.h"
+#include "PlatformDesktop/files/UserDirectories.h"
+#include "PlatformDesktop/processes/ApplicationFile.h"
 #include "PlatformDesktop/processes/DesktopFolders.h"
 #include "QuillboxCommon/Log.h"
 
@@ -21,21 +29,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t largestFile = 32 << 20;
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) : number_(number) {}
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  explicit operator bool() const { return number_ >= 0; }
-  int get() const { return number_; }
-
- private:
-  int number_;
-};
+/// Folders that came from a system where users take them for one file.
+constexpr std::array packageExtensions = {".app", ".rtfd"};
 
 bool writeAll(int descriptor, std::string_view bytes) {
   while (!bytes.empty()) {
@@ -45,11 +40,6 @@ bool writeAll(int descriptor, std::string_view bytes) {
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
   return true;
-}
-
-void flushFolder(const std::string& folder) {
-  const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (descriptor) fsync(descriptor.get());
 }
 
 /// Writes a new file beside `path`; its name, or an empty one when that failed.
@@ -102,8 +92,7 @@ bool DesktopFileSystem::fileExistsAtPath(const std::string& path) const {
 }
 
 bool DesktopFileSystem::removeItemAtPath(const std::string& path) {
-  std::error_code error;
-  return !path.empty() && fs::remove_all(path, error) > 0 && !error;
+  return !path.empty() && removeTree(path);
 }
 
 bool DesktopFileSystem::createDirectoryAtPath(const std::string& path) {
@@ -127,6 +116,54 @@ std::optional<std::string> DesktopFileSystem::stringWithContentsOfFile(
   }
   if (access(path.c_str(), R_OK) != 0) return std::nullopt;
   return contentsOfFile(path, largestFile);
+}
+
+std::optional<std::string> DesktopFileSystem::pathForDirectory(
+    SearchPathDirectory directory) const {
+  return userDirectory(directory);
+}
+
+std::uint32_t DesktopFileSystem::itemInfoFlagsAtPath(const std::string& path) const {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (!fs::exists(status)) return 0;
+  const fs::path name = fs::path(path).filename();
+  std::uint32_t flags = 0;
+  if (name.string().starts_with('.')) flags |= ItemInfoIsInvisible;
+  if (!fs::is_directory(status)) {
+    flags |= ItemInfoIsPlainFile;
+    if (fs::is_regular_file(status) && isApplicationFile(path)) flags |= ItemInfoIsApplication;
+    return flags;
+  }
+  flags |= ItemInfoIsContainer;
+  if (std::find(packageExtensions.begin(), packageExtensions.end(), name.extension()) !=
+      packageExtensions.end()) {
+    flags |= ItemInfoIsPackage;
+  }
+  if (isMountedVolume(path)) flags |= ItemInfoIsVolume;
+  return flags;
+}
+
+std::vector<std::string> DesktopFileSystem::contentsOfDirectoryAtPath(
+    const std::string& path) const {
+  std::vector<std::string> names;
+  std::error_code error;
+  fs::directory_iterator each(path, error);
+  for (; !error && each != fs::directory_iterator(); each.increment(error)) {
+    names.push_back(each->path().filename().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+bool DesktopFileSystem::moveItemAtPath(const std::string& path, const std::string& toPath,
+                                       PresentItem presentItem) {
+  return placeByMoving(path, toPath, presentItem);
+}
+
+bool DesktopFileSystem::copyItemAtPath(const std::string& path, const std::string& toPath,
+                                       PresentItem presentItem) {
+  return placeByCopying(path, toPath, presentItem);
 }
 
 std::optional<PropertyList> DesktopFileSystem::dictionaryWithContentsOfFile(

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "PlatformDesktop/processes/DesktopFolders.h"
+#include "PlatformDesktop/processes/ApplicationFile.h"
 #include "PlatformDesktop/processes/Launcher.h"
 
 namespace qb {
@@ -48,13 +48,6 @@ class DesktopRunningApplication : public RunningApplication {
 bool isProgramFile(const std::string& path) {
   std::error_code error;
   return std::filesystem::is_regular_file(path, error) && access(path.c_str(), X_OK) == 0;
-}
-
-std::optional<DesktopEntry> readEntry(const std::string& path) {
-  if (!path.ends_with(".desktop")) return std::nullopt;
-  std::string id = path.substr(path.rfind('/') + 1);
-  id.resize(id.size() - std::string_view(".desktop").size());
-  return DesktopEntry::parse(contentsOfFile(path), id, path, "C");
 }
 
 }  // namespace
@@ -107,7 +100,7 @@ std::string DesktopWorkspace::bundleIdentifierOfApplicationAtPath(const std::str
     const auto information = processes_.processInformation(number);
     if (information && information->bundlePath == path) return information->bundleIdentifier;
   }
-  if (const auto entry = readEntry(path)) return entry->id;
+  if (const auto entry = readDesktopEntry(path)) return entry->id;
   return isProgramFile(path) ? path.substr(path.rfind('/') + 1) : "";
 }
 
@@ -132,7 +125,7 @@ bool DesktopWorkspace::launchApplicationAtPath(const std::string& path, std::uin
   if (const DesktopEntry* const entry = catalogue_.index().entryAtPath(path)) {
     return startApplication(*entry);
   }
-  if (const auto entry = readEntry(path)) return startApplication(*entry);
+  if (const auto entry = readDesktopEntry(path)) return startApplication(*entry);
   return isProgramFile(path) && startDetached({path}, "");
 }
 

@@ -136,5 +136,206 @@ TEST_F(FileSystemContract, RemovingTakesTheFile) {
   EXPECT_THAT(desktop_->filesIn(desktop_->folder()), IsEmpty());
 }
 
+TEST_F(FileSystemContract, WhatThingsAreIsToldByTheirFlags) {
+  desktop_->writeRawFile(path("a.txt"), "text");
+  desktop_->writeRawFile(path(".hidden"), "text");
+  for (const char* folder : {"folder", "letter.rtfd"}) {
+    ASSERT_TRUE(files().createDirectoryAtPath(path(folder)));
+  }
+  EXPECT_EQ(files().itemInfoFlagsAtPath(path("a.txt")), ItemInfoIsPlainFile);
+  EXPECT_EQ(files().itemInfoFlagsAtPath(path(".hidden")),
+            ItemInfoIsPlainFile | ItemInfoIsInvisible);
+  EXPECT_EQ(files().itemInfoFlagsAtPath(path("folder")), ItemInfoIsContainer);
+  EXPECT_EQ(files().itemInfoFlagsAtPath(path("letter.rtfd")),
+            ItemInfoIsContainer | ItemInfoIsPackage);
+  EXPECT_EQ(files().itemInfoFlagsAtPath(desktop_->clientPath()),
+            ItemInfoIsPlainFile | ItemInfoIsApplication);
+  EXPECT_EQ(files().itemInfoFlagsAtPath("/"), ItemInfoIsContainer | ItemInfoIsVolume);
+  EXPECT_EQ(files().itemInfoFlagsAtPath(path("none")), 0U);
+  EXPECT_EQ(files().itemInfoFlagsAtPath(""), 0U);
+}
+
+TEST_F(FileSystemContract, AFolderListsTheNamesOfAllThatIsInIt) {
+  EXPECT_THAT(files().contentsOfDirectoryAtPath(desktop_->folder()), IsEmpty());
+  for (const char* name : {"b", "a.txt", ".hidden"}) desktop_->writeRawFile(path(name), "text");
+  ASSERT_TRUE(files().createDirectoryAtPath(path("folder/inside")));
+  EXPECT_THAT(files().contentsOfDirectoryAtPath(desktop_->folder()),
+              ElementsAre(".hidden", "a.txt", "b", "folder"));
+  EXPECT_THAT(files().contentsOfDirectoryAtPath(path("none")), IsEmpty());
+  EXPECT_THAT(files().contentsOfDirectoryAtPath(path("b")), IsEmpty());
+}
+
+TEST_F(FileSystemContract, EveryUserHasTheUsualFolders) {
+  const std::string home = files().stringByExpandingTildeInPath("~");
+  for (const SearchPathDirectory directory :
+       {DocumentDirectory, DesktopDirectory, DownloadsDirectory, MoviesDirectory, MusicDirectory,
+        PicturesDirectory, SharedPublicDirectory}) {
+    const auto folder = files().pathForDirectory(directory);
+    ASSERT_TRUE(folder) << directory;
+    EXPECT_TRUE(folder->starts_with(home + "/")) << *folder;
+  }
+  EXPECT_EQ(files().pathForDirectory(DesktopDirectory), home + "/Desktop");
+  const auto applications = files().pathForDirectory(AllApplicationsDirectory);
+  ASSERT_TRUE(applications);
+  EXPECT_TRUE(applications->ends_with("/applications"));
+  EXPECT_EQ(files().pathForDirectory(ApplicationDirectory), applications);
+  EXPECT_FALSE(files().pathForDirectory(static_cast<SearchPathDirectory>(4711)));
+}
+
+class PlacingFilesContract : public FileSystemContract {
+ protected:
+  PlacingFilesContract() {
+    desktop_->writeRawFile(path("a.txt"), "new");
+    files().createDirectoryAtPath(path("there"));
+  }
+  void makeFolderWithFile(const std::string& folder, const std::string& contents) {
+    files().createDirectoryAtPath(path(folder));
+    desktop_->writeRawFile(path(folder + "/inside.txt"), contents);
+  }
+  bool move(const std::string& from, const std::string& to,
+            PresentItem presentItem = PresentItem::Stays) {
+    return files().moveItemAtPath(path(from), path(to), presentItem);
+  }
+  bool copy(const std::string& from, const std::string& to,
+            PresentItem presentItem = PresentItem::Stays) {
+    return files().copyItemAtPath(path(from), path(to), presentItem);
+  }
+  bool has(const std::string& name, const std::string& contents) {
+    return desktop_->rawFileHas(path(name), contents);
+  }
+  bool exists(const std::string& name) { return files().fileExistsAtPath(path(name)); }
+  std::vector<std::string> namesIn(const std::string& folder) {
+    return files().contentsOfDirectoryAtPath(folder.empty() ? desktop_->folder() : path(folder));
+  }
+};
+
+TEST_F(PlacingFilesContract, AMovedFileHasLeft) {
+  ASSERT_TRUE(move("a.txt", "there/a.txt"));
+  EXPECT_TRUE(has("there/a.txt", "new"));
+  EXPECT_THAT(namesIn(""), ElementsAre("there"));
+  EXPECT_THAT(namesIn("there"), ElementsAre("a.txt"));
+}
+
+TEST_F(PlacingFilesContract, ACopiedFileIsInBothPlaces) {
+  ASSERT_TRUE(copy("a.txt", "there/a.txt"));
+  EXPECT_TRUE(has("a.txt", "new"));
+  EXPECT_TRUE(has("there/a.txt", "new"));
+  EXPECT_THAT(namesIn("there"), ElementsAre("a.txt"));
+}
+
+TEST_F(PlacingFilesContract, FoldersGoWithAllThatIsInThem) {
+  makeFolderWithFile("folder/deep", "kept");
+  ASSERT_TRUE(copy("folder", "there/copy"));
+  ASSERT_TRUE(move("folder", "there/moved"));
+  EXPECT_TRUE(has("there/copy/deep/inside.txt", "kept"));
+  EXPECT_TRUE(has("there/moved/deep/inside.txt", "kept"));
+  EXPECT_FALSE(exists("folder"));
+}
+
+TEST_F(PlacingFilesContract, WhatIsThereStaysUnlessToldOtherwise) {
+  desktop_->writeRawFile(path("there/a.txt"), "old");
+  EXPECT_FALSE(move("a.txt", "there/a.txt"));
+  EXPECT_FALSE(copy("a.txt", "there/a.txt"));
+  EXPECT_TRUE(has("a.txt", "new"));
+  EXPECT_TRUE(has("there/a.txt", "old"));
+}
+
+TEST_F(PlacingFilesContract, AFileReplacesAFile) {
+  desktop_->writeRawFile(path("there/a.txt"), "old");
+  ASSERT_TRUE(copy("a.txt", "there/a.txt", PresentItem::IsReplaced));
+  EXPECT_TRUE(has("a.txt", "new"));
+  EXPECT_TRUE(has("there/a.txt", "new"));
+  desktop_->writeRawFile(path("there/a.txt"), "old");
+  ASSERT_TRUE(move("a.txt", "there/a.txt", PresentItem::IsReplaced));
+  EXPECT_FALSE(exists("a.txt"));
+  EXPECT_TRUE(has("there/a.txt", "new"));
+  EXPECT_THAT(namesIn("there"), ElementsAre("a.txt"));
+}
+
+TEST_F(PlacingFilesContract, AFolderReplacesAFolderAsAWhole) {
+  makeFolderWithFile("folder", "new");
+  makeFolderWithFile("there/folder", "old");
+  desktop_->writeRawFile(path("there/folder/another.txt"), "old");
+  ASSERT_TRUE(move("folder", "there/folder", PresentItem::IsReplaced));
+  EXPECT_THAT(namesIn("there/folder"), ElementsAre("inside.txt"));
+  EXPECT_TRUE(has("there/folder/inside.txt", "new"));
+  EXPECT_THAT(namesIn("there"), ElementsAre("folder"));
+  EXPECT_FALSE(exists("folder"));
+}
+
+TEST_F(PlacingFilesContract, ACopiedFolderReplacesAFileAndTheOtherWayRound) {
+  makeFolderWithFile("folder", "new");
+  desktop_->writeRawFile(path("there/folder"), "old");
+  ASSERT_TRUE(copy("folder", "there/folder", PresentItem::IsReplaced));
+  EXPECT_TRUE(has("there/folder/inside.txt", "new"));
+  ASSERT_TRUE(copy("a.txt", "there/folder", PresentItem::IsReplaced));
+  EXPECT_TRUE(has("there/folder", "new"));
+  EXPECT_THAT(namesIn("there"), ElementsAre("folder"));
+}
+
+TEST_F(PlacingFilesContract, OntoItselfNothingHappens) {
+  for (const PresentItem presentItem : {PresentItem::Stays, PresentItem::IsReplaced}) {
+    EXPECT_TRUE(move("a.txt", "a.txt", presentItem));
+    EXPECT_TRUE(copy("a.txt", "a.txt", presentItem));
+    EXPECT_TRUE(has("a.txt", "new"));
+  }
+  EXPECT_FALSE(move("none", "none", PresentItem::IsReplaced));
+}
+
+TEST_F(PlacingFilesContract, NoFolderGoesIntoItself) {
+  makeFolderWithFile("folder/deep", "kept");
+  for (const PresentItem presentItem : {PresentItem::Stays, PresentItem::IsReplaced}) {
+    EXPECT_FALSE(move("folder", "folder/folder", presentItem));
+    EXPECT_FALSE(copy("folder", "folder/deep/folder", presentItem));
+  }
+  EXPECT_TRUE(has("folder/deep/inside.txt", "kept"));
+  EXPECT_THAT(namesIn("folder"), ElementsAre("deep"));
+  EXPECT_THAT(namesIn("folder/deep"), ElementsAre("inside.txt"));
+}
+
+TEST_F(PlacingFilesContract, NothingReplacesTheFolderThatItIsIn) {
+  makeFolderWithFile("folder/folder", "kept");
+  EXPECT_FALSE(move("folder/folder", "folder", PresentItem::IsReplaced));
+  EXPECT_FALSE(copy("folder/folder/inside.txt", "folder", PresentItem::IsReplaced));
+  EXPECT_TRUE(has("folder/folder/inside.txt", "kept"));
+}
+
+TEST_F(PlacingFilesContract, AMissingFileReplacesNothing) {
+  EXPECT_FALSE(move("none", "a.txt", PresentItem::IsReplaced));
+  EXPECT_FALSE(copy("none", "a.txt", PresentItem::IsReplaced));
+  EXPECT_TRUE(has("a.txt", "new"));
+}
+
+TEST_F(PlacingFilesContract, IntoAMissingFolderNothingGoes) {
+  EXPECT_FALSE(move("a.txt", "none/a.txt"));
+  EXPECT_FALSE(copy("a.txt", "none/a.txt"));
+  EXPECT_FALSE(move("a.txt", "a.txt/a.txt"));
+  EXPECT_TRUE(has("a.txt", "new"));
+  EXPECT_FALSE(exists("none"));
+}
+
+TEST_F(PlacingFilesContract, OnAFullDiskWhatWasThereStays) {
+  desktop_->writeRawFile(path("there/a.txt"), "old");
+  makeFolderWithFile("folder", "new");
+  makeFolderWithFile("there/folder", "old");
+  desktop_->setDiskIsFull(true);
+  EXPECT_FALSE(copy("a.txt", "there/a.txt", PresentItem::IsReplaced));
+  EXPECT_FALSE(copy("folder", "there/folder", PresentItem::IsReplaced));
+  EXPECT_FALSE(copy("a.txt", "there/b.txt"));
+  desktop_->setDiskIsFull(false);
+  EXPECT_TRUE(has("there/a.txt", "old"));
+  EXPECT_TRUE(has("there/folder/inside.txt", "old"));
+  EXPECT_TRUE(has("a.txt", "new"));
+  EXPECT_THAT(namesIn("there"), ElementsAre("a.txt", "folder"));
+}
+
+TEST_F(PlacingFilesContract, AMoveNeedsNoRoomOnTheDisk) {
+  desktop_->writeRawFile(path("there/a.txt"), "old");
+  desktop_->setDiskIsFull(true);
+  EXPECT_TRUE(move("a.txt", "there/a.txt", PresentItem::IsReplaced));
+  desktop_->setDiskIsFull(false);
+  EXPECT_TRUE(has("there/a.txt", "new"));
+}
+
 }  // namespace
 }  // namespace qb

@@ -14,6 +14,7 @@ class SimulatedContractPlatform : public ContractPlatform {
  public:
   SimulatedContractPlatform() {
     simulated_.workspace().install(client_);
+    simulated_.fileSystem().putRaw(client_.bundlePath, "[Desktop Entry]");
     simulated_.fileSystem().makeFolder(folder());
   }
 

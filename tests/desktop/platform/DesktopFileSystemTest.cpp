@@ -66,5 +66,27 @@ TEST_F(DesktopFileSystemTest, RelativePathsAreRefused) {
   EXPECT_FALSE(files_.writeToFile(list_, ""));
 }
 
+TEST_F(DesktopFileSystemTest, ALinkCountsAsWhatItLeadsTo) {
+  folder_.write("real/a.txt", "text");
+  std::filesystem::create_directory_symlink(folder_.path("real"), folder_.path("folder"));
+  std::filesystem::create_symlink(folder_.path("real/a.txt"), folder_.path("file"));
+  std::filesystem::create_symlink("/no/such/file", folder_.path("dangling"));
+  EXPECT_EQ(files_.itemInfoFlagsAtPath(folder_.path("folder")), ItemInfoIsContainer);
+  EXPECT_EQ(files_.itemInfoFlagsAtPath(folder_.path("file")), ItemInfoIsPlainFile);
+  EXPECT_EQ(files_.itemInfoFlagsAtPath(folder_.path("dangling")), 0U);
+}
+
+TEST_F(DesktopFileSystemTest, ADesktopEntryFromAnywhereIsAnApplicationOnlyWhenMarkedSo) {
+  const std::string entry =
+      folder_.write("letter.desktop", "[Desktop Entry]\nType=Application\nName=Letter\nExec=run\n");
+  EXPECT_EQ(files_.itemInfoFlagsAtPath(entry), ItemInfoIsPlainFile);
+  chmod(entry.c_str(), 0755);
+  EXPECT_EQ(files_.itemInfoFlagsAtPath(entry), ItemInfoIsPlainFile | ItemInfoIsApplication);
+  const std::string link =
+      folder_.write("link.desktop", "[Desktop Entry]\nType=Link\nName=a\nURL=b\n");
+  chmod(link.c_str(), 0755);
+  EXPECT_EQ(files_.itemInfoFlagsAtPath(link), ItemInfoIsPlainFile);
+}
+
 }  // namespace
 }  // namespace qb
