@@ -55,6 +55,7 @@ DesktopPlatform::DesktopPlatform(const ScreenFormats& formats)
       processes_(catalogue_, programWindows_),
       workspace_(processes_, catalogue_),
       graphics_(runLoopHost_, std::make_shared<DesktopIcons>(programWindows_), greatestScale()),
+      windowPictures_(greatestScale()),
       windowServer_(formats, displays_, runLoopHost_),
       dialogs_(windowServer_, graphics_),
       menuPresenter_(windowServer_),
@@ -63,6 +64,7 @@ DesktopPlatform::DesktopPlatform(const ScreenFormats& formats)
       pasteboards_(fileSystem_),
       scripts_({applicationControl_, catalogue_, processes_, workspace_, dialogs_}),
       sharedFileLists_(fileSystem_, processes_, catalogue_),
+      sharing_(catalogue_),
       userDefaults_(fileSystem_),
       userNotifications_(sessionBus_, processes_) {
   runLoopHost_.setRunLoop(runLoop_.get());

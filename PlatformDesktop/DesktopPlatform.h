@@ -24,10 +24,13 @@
 #include "PlatformDesktop/session/DesktopArchiver.h"
 #include "PlatformDesktop/session/DesktopDistributedNotifications.h"
 #include "PlatformDesktop/session/DesktopLoginItems.h"
+#include "PlatformDesktop/session/DesktopNetworkReachability.h"
 #include "PlatformDesktop/session/DesktopPasteboards.h"
+#include "PlatformDesktop/session/DesktopSharing.h"
 #include "PlatformDesktop/session/DesktopUserDefaults.h"
 #include "PlatformDesktop/session/DesktopUserNotifications.h"
 #include "PlatformDesktop/session/SessionBus.h"
+#include "PlatformDesktop/windows/DesktopWindowPictures.h"
 #include "PlatformDesktop/windows/DesktopWindowServer.h"
 
 namespace qb {
@@ -66,14 +69,17 @@ class DesktopPlatform : public Platform {
   DesktopKeyboard& keyboard() override { return input_->keyboard(); }
   DesktopLoginItems& loginItems() override { return loginItems_; }
   DesktopMenuPresenter& menuPresenter() override { return menuPresenter_; }
+  DesktopNetworkReachability& networkReachability() override { return networkReachability_; }
   DesktopPasteboards& pasteboards() override { return pasteboards_; }
   DesktopPointer& pointer() override { return input_->pointer(); }
   DesktopProcesses& processes() override { return processes_; }
   DesktopScripts& scripts() override { return scripts_; }
   DesktopSharedFileLists& sharedFileLists() override { return sharedFileLists_; }
+  DesktopSharing& sharing() override { return sharing_; }
   DesktopTrash& trash() override { return trash_; }
   DesktopUserDefaults& userDefaults() override { return userDefaults_; }
   DesktopUserNotifications& userNotifications() override { return userNotifications_; }
+  DesktopWindowPictures& windowPictures() override { return windowPictures_; }
   DesktopWindowServer& windowServer() override { return windowServer_; }
   DesktopWorkspace& workspace() override { return workspace_; }
 
@@ -101,6 +107,7 @@ class DesktopPlatform : public Platform {
   DesktopProcesses processes_;
   DesktopWorkspace workspace_;
   DesktopGraphics graphics_;
+  DesktopWindowPictures windowPictures_;
   DesktopWindowServer windowServer_;
   DesktopDialogs dialogs_;
   DesktopMenuPresenter menuPresenter_;
@@ -111,9 +118,11 @@ class DesktopPlatform : public Platform {
   DesktopArchiver archiver_;
   DesktopDistributedNotifications distributedNotifications_;
   DesktopLoginItems loginItems_;
+  DesktopNetworkReachability networkReachability_;
   DesktopPasteboards pasteboards_;
   DesktopScripts scripts_;
   DesktopSharedFileLists sharedFileLists_;
+  DesktopSharing sharing_;
   DesktopTrash trash_;
   DesktopUserDefaults userDefaults_;
   DesktopUserNotifications userNotifications_;

@@ -19,15 +19,18 @@
 #include "PlatformSimulated/SimulatedLog.h"
 #include "PlatformSimulated/SimulatedLoginItems.h"
 #include "PlatformSimulated/SimulatedMenuPresenter.h"
+#include "PlatformSimulated/SimulatedNetworkReachability.h"
 #include "PlatformSimulated/SimulatedPasteboards.h"
 #include "PlatformSimulated/SimulatedPointer.h"
 #include "PlatformSimulated/SimulatedProcesses.h"
 #include "PlatformSimulated/SimulatedRunLoopHost.h"
 #include "PlatformSimulated/SimulatedScripts.h"
 #include "PlatformSimulated/SimulatedSharedFileLists.h"
+#include "PlatformSimulated/SimulatedSharing.h"
 #include "PlatformSimulated/SimulatedTrash.h"
 #include "PlatformSimulated/SimulatedUserDefaults.h"
 #include "PlatformSimulated/SimulatedUserNotifications.h"
+#include "PlatformSimulated/SimulatedWindowPictures.h"
 #include "PlatformSimulated/SimulatedWindowServer.h"
 #include "PlatformSimulated/SimulatedWorkspace.h"
 
@@ -66,13 +69,16 @@ class SimulatedPlatform : public Platform {
   SimulatedLoginItems& loginItems() override { return loginItems_; }
   SimulatedPasteboards& pasteboards() override { return pasteboards_; }
   SimulatedMenuPresenter& menuPresenter() override { return menuPresenter_; }
+  SimulatedNetworkReachability& networkReachability() override { return networkReachability_; }
   SimulatedPointer& pointer() override { return pointer_; }
   SimulatedProcesses& processes() override { return processes_; }
   SimulatedScripts& scripts() override { return scripts_; }
   SimulatedSharedFileLists& sharedFileLists() override { return sharedFileLists_; }
+  SimulatedSharing& sharing() override { return sharing_; }
   SimulatedTrash& trash() override { return trash_; }
   SimulatedUserDefaults& userDefaults() override { return userDefaults_; }
   SimulatedUserNotifications& userNotifications() override { return userNotifications_; }
+  SimulatedWindowPictures& windowPictures() override { return windowPictures_; }
   SimulatedWindowServer& windowServer() override { return windowServer_; }
   SimulatedWorkspace& workspace() override { return workspace_; }
 
@@ -107,13 +113,16 @@ class SimulatedPlatform : public Platform {
   SimulatedGraphics graphics_;
   SimulatedHotKeys hotKeys_;
   SimulatedLoginItems loginItems_;
+  SimulatedNetworkReachability networkReachability_;
   SimulatedPasteboards pasteboards_;
   SimulatedSharedFileLists sharedFileLists_;
+  SimulatedSharing sharing_;
   SimulatedTrash trash_{fileSystem_};
   SimulatedUserDefaults userDefaults_;
   SimulatedProcesses processes_;
   SimulatedUserNotifications userNotifications_;
   SimulatedWorkspace workspace_;
+  SimulatedWindowPictures windowPictures_;
   SimulatedWindowServer windowServer_;
   SimulatedKeyboard keyboard_;
   SimulatedMenuPresenter menuPresenter_;

@@ -178,10 +178,11 @@ std::string DesktopEntry::programName() const {
   return {};
 }
 
-std::vector<std::string> DesktopEntry::commandLine() const {
+std::vector<std::string> DesktopEntry::commandLine(const std::string& url) const {
   const auto words = wordsOfExec(exec);
   if (!words) return {};
   std::vector<std::string> result;
+  bool urlIsIn = url.empty();
   for (const Word& word : *words) {
     if (word.text == "%i" && !word.quoted) {
       if (!icon.empty()) result.insert(result.end(), {"--icon", icon});
@@ -202,9 +203,14 @@ std::vector<std::string> DesktopEntry::commandLine() const {
       hadCode = true;
       if (code == 'c') filled += name;
       if (code == 'k') filled += path;
+      if (!urlIsIn && (code == 'u' || code == 'U')) {
+        filled += url;
+        urlIsIn = true;
+      }
     }
     if (!filled.empty() || !hadCode) result.push_back(filled);
   }
+  if (!urlIsIn && !result.empty()) result.push_back(url);
   return result;
 }
 

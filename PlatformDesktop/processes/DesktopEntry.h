@@ -26,9 +26,9 @@ struct DesktopEntry {
                                            std::string_view locale);
   /// The program of `exec`, without folders; empty when there is none.
   std::string programName() const;
-  /// The words to run, without files to open: field codes filled in or dropped. Empty when the
-  /// line is broken.
-  std::vector<std::string> commandLine() const;
+  /// The words to run: field codes filled in or dropped. `url`, unless empty, is what to open, at
+  /// the end where the line has no place for it. Empty when the line is broken.
+  std::vector<std::string> commandLine(const std::string& url = {}) const;
 };
 
 /// The values of one group of a key file (desktop entries, themes, mimeapps.list) in file order.

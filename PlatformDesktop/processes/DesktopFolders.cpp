@@ -53,6 +53,11 @@ std::vector<std::string> DesktopFolders::configuration() {
   return folders("XDG_CONFIG_HOME", "/.config", "XDG_CONFIG_DIRS", "/etc/xdg");
 }
 
+std::string DesktopFolders::cache() {
+  const std::string folder = variable("XDG_CACHE_HOME");
+  return folder.starts_with('/') ? folder : home() + "/.cache";
+}
+
 std::string contentsOfFile(const std::string& path, std::size_t limit) {
   std::ifstream file(path, std::ios::binary);
   std::string contents;

@@ -15,6 +15,8 @@ struct DesktopFolders {
   /// The user's folder first, the system's after it.
   static std::vector<std::string> data();
   static std::vector<std::string> configuration();
+  /// The user's folder for what can be made anew.
+  static std::string cache();
 };
 
 /// The whole content of a file; an empty one when it cannot be read or is larger than `limit`.

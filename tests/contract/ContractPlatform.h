@@ -9,7 +9,10 @@
 
 #include "Platform/Platform.h"
 #include "Platform/Processes.h"
+#include "Platform/WindowPictures.h"
+#include "QuillboxCommon/Color.h"
 #include "QuillboxCommon/Geometry.h"
+#include "QuillboxCommon/views/Image.h"
 
 namespace qb {
 
@@ -35,6 +38,12 @@ class ContractPlatform {
   virtual void bringClientToFront(ProcessSerialNumber client) = 0;
   /// Where the window of an instance is.
   virtual Rect clientWindowFrame(ProcessSerialNumber client) = 0;
+
+  /// The window of an instance, and the one colour that all of it has.
+  virtual WindowID clientWindow(ProcessSerialNumber client) = 0;
+  virtual Color clientColor() = 0;
+  /// None for an empty image.
+  virtual std::optional<Color> colorInMiddle(const Image& image) = 0;
 
   struct ClientCounts {
     int keyDowns = 0;

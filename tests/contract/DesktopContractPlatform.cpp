@@ -15,6 +15,7 @@
 #include "ContractPlatform.h"
 #include "Platform/HotKeys.h"
 #include "PlatformDesktop/DesktopPlatform.h"
+#include "PlatformDesktop/graphics/DesktopImage.h"
 #include "PlatformDesktop/input/KeyCodeTable.h"
 #include "XClient.h"
 #include "XServer.h"
@@ -202,6 +203,17 @@ class DesktopContractPlatform : public ContractPlatform {
                       size->height);
   }
 
+  WindowID clientWindow(ProcessSerialNumber client) override {
+    return windowOf(WindowTracker(), client);
+  }
+  Color clientColor() override { return colorOf(QColor(0x80, 0x80, 0x80)); }
+  std::optional<Color> colorInMiddle(const Image& image) override {
+    const auto source = std::dynamic_pointer_cast<const DesktopImage>(image.source());
+    if (!source) return std::nullopt;
+    const QImage pixels = source->scaled(QSize(11, 11));
+    return colorOf(pixels.pixelColor(pixels.rect().center()));
+  }
+
   ClientCounts keysReceived(ProcessSerialNumber client, std::uint16_t keyCode) override {
     Client& received = *clients_.at(client.lowLongOfPSN);
     const std::string name = keyName(keyCode);
@@ -289,6 +301,10 @@ class DesktopContractPlatform : public ContractPlatform {
   }
 
  private:
+  static Color colorOf(const QColor& color) {
+    return Color::colorWithCalibratedRed(color.redF(), color.greenF(), color.blueF(),
+                                         color.alphaF());
+  }
   static xcb_window_t windowOf(const WindowTracker& tracker, ProcessSerialNumber client) {
     for (const ManagedWindow& window : tracker.windows()) {
       if (window.pid == static_cast<std::int32_t>(client.lowLongOfPSN)) return window.id;

@@ -25,13 +25,24 @@ class SimulatedContractPlatform : public ContractPlatform {
   ProcessSerialNumber startClient() override {
     const ProcessSerialNumber number = simulated_.processes().launchInFront(client_);
     simulated_.processes().setWindowFrame(number, windowFrame_);
+    simulated_.windowPictures().putWindow(clientWindow(number), windowFrame_.size);
     return number;
   }
-  void stopClient(ProcessSerialNumber client) override { simulated_.processes().terminate(client); }
+  void stopClient(ProcessSerialNumber client) override {
+    simulated_.processes().terminate(client);
+    simulated_.windowPictures().removeWindow(clientWindow(client));
+  }
   void bringClientToFront(ProcessSerialNumber client) override {
     simulated_.processes().bringToFront(client);
   }
   Rect clientWindowFrame(ProcessSerialNumber) override { return windowFrame_; }
+
+  WindowID clientWindow(ProcessSerialNumber client) override { return client.lowLongOfPSN; }
+  Color clientColor() override { return Color::gray(); }
+  std::optional<Color> colorInMiddle(const Image& image) override {
+    if (!simulatedImageName(image).starts_with("window:")) return std::nullopt;
+    return clientColor();
+  }
 
   ClientCounts keysReceived(ProcessSerialNumber client, std::uint16_t keyCode) override {
     ClientCounts counts;

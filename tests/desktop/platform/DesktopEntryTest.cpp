@@ -95,5 +95,15 @@ TEST(DesktopEntry, ListsHaveNoEmptyParts) {
   EXPECT_THAT(splitList("", ';'), IsEmpty());
 }
 
+TEST(DesktopEntry, AnAddressToOpenTakesItsPlaceInTheLine) {
+  EXPECT_THAT(entryWithExec("edit --new %u --end").commandLine("mailto:a"),
+              ElementsAre("edit", "--new", "mailto:a", "--end"));
+  EXPECT_THAT(entryWithExec("edit %U").commandLine("mailto:a"), ElementsAre("edit", "mailto:a"));
+  EXPECT_THAT(entryWithExec("edit --open=%u %u").commandLine("mailto:a"),
+              ElementsAre("edit", "--open=mailto:a"));
+  EXPECT_THAT(entryWithExec("edit").commandLine("mailto:a"), ElementsAre("edit", "mailto:a"));
+  EXPECT_THAT(entryWithExec("\"broken").commandLine("mailto:a"), IsEmpty());
+}
+
 }  // namespace
 }  // namespace qb
