@@ -1,5 +1,7 @@
 #include "Quillbox/Item/FilePaths.h"
 
+#include <string_view>
+
 namespace qb {
 
 std::string lastPathComponent(const std::string& path) {
@@ -16,10 +18,20 @@ std::string pathExtension(const std::string& path) {
   return dot == std::string::npos || dot == 0 ? "" : name.substr(dot + 1);
 }
 
-std::string fileNameFromFullPath(const std::string& path, bool withPathExtension) {
+std::string lastPathComponentWithoutExtension(const std::string& path) {
   std::string name = lastPathComponent(path);
   const std::string extension = pathExtension(path);
-  if (!withPathExtension && !extension.empty()) name.resize(name.size() - extension.size() - 1);
+  if (!extension.empty()) name.resize(name.size() - extension.size() - 1);
+  return name;
+}
+
+std::string fileNameFromFullPath(const std::string& path, bool withPathExtension) {
+  constexpr std::string_view escapedBlank = "%20";
+  std::string name =
+      withPathExtension ? lastPathComponent(path) : lastPathComponentWithoutExtension(path);
+  for (std::size_t at = 0; (at = name.find(escapedBlank, at)) != std::string::npos; ++at) {
+    name.replace(at, escapedBlank.size(), " ");
+  }
   return name;
 }
 

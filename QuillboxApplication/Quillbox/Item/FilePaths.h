@@ -8,7 +8,9 @@ namespace qb {
 std::string lastPathComponent(const std::string& path);
 /// Without dot; empty when the last component has none. A dot at its start or end makes none.
 std::string pathExtension(const std::string& path);
-/// The last component of a path, with or without its extension.
+std::string lastPathComponentWithoutExtension(const std::string& path);
+/// How users see the last component of a path, with or without its extension: "%20", left over from
+/// an address, shows as the blank that it means.
 std::string fileNameFromFullPath(const std::string& path, bool withPathExtension);
 
 }  // namespace qb

@@ -1,9 +1,7 @@
 #include "Quillbox/activation/Quillbox.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <random>
 #include <utility>
 
 #include "Platform/Graphics.h"
@@ -25,6 +23,7 @@
 #include "Quillbox/activation/SystemVersion.h"
 #include "Quillbox/activation/shortcuts/ItemHotKeys.h"
 #include "Quillbox/activation/utilities/ScriptFiles.h"
+#include "Quillbox/activation/utilities/SystemUtilities.h"
 #include "Quillbox/managers/ApplicationManager.h"
 #include "Quillbox/managers/DecorationManager.h"
 #include "Quillbox/managers/DockManager.h"
@@ -68,6 +67,7 @@ Quillbox::Quillbox(AppDelegate& appDelegate, Platform& platform)
   itemHotKeys_ = std::make_unique<ItemHotKeys>(*this);
   maintainItemHotKeys();
   notifications_ = std::make_unique<QuillboxNotifications>(*this);
+  utilities_ = std::make_unique<SystemUtilities>(*this, platform.fileSystem());
   platform.scripts().setBeginUserInteraction([this] {
     beginUserInteraction();
     return Subscription([this] {
@@ -289,23 +289,7 @@ void Quillbox::handleItemHotKeyInvoked(const std::string& identifier) {
   itemHotKeys_->handleItemHotKeyInvoked(identifier);
 }
 
-std::string Quillbox::generateUUID() {
-  static std::random_device random;
-  std::array<std::uint8_t, 16> bytes;
-  for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<std::uint8_t>(random());
-  // The marks of a random identity: version 4, and the common variant.
-  bytes[6] = static_cast<std::uint8_t>((bytes[6] & 0x0F) | 0x40);
-  bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3F) | 0x80);
-  static constexpr char digits[] = "0123456789ABCDEF";
-  std::string text;
-  text.reserve(36);
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    if (i == 4 || i == 6 || i == 8 || i == 10) text += '-';
-    text += digits[bytes[i] >> 4];
-    text += digits[bytes[i] & 0x0F];
-  }
-  return text;
-}
+std::string Quillbox::generateUUID() { return FileNames::generateUUID(); }
 
 // System events.
 

@@ -12,7 +12,9 @@
 #include "QuillboxCommon/PropertyList.h"
 #include "QuillboxCommon/RunLoop.h"
 #include "QuillboxCommon/WeakList.h"
+#include "QuillboxCommon/views/Image.h"
 #include "QuillboxCommon/views/Menu.h"
+#include "QuillboxCommon/views/Text.h"
 
 namespace qb {
 
@@ -25,6 +27,7 @@ class DragOperation;
 class DragOperations;
 class EventListener;
 class EventMonitorProtocol;
+class FileSystemItem;
 class HostView;
 class ImageManager;
 class Item;
@@ -35,9 +38,12 @@ class PopUpViews;
 class PreferencePanes;
 class QuillboxDialogs;
 class QuillboxNotifications;
+class RunningApplication;
 class SavedDictionaries;
 class ScriptFiles;
 class Settings;
+struct MaximumSize;
+struct SystemUtilities;
 class SystemVersion;
 class TabRow;
 class View;
@@ -77,8 +83,7 @@ class Quillbox {
   /// None before the panel is made.
   const std::vector<std::shared_ptr<TabRow>>& tabRows();
   /// See HostView, as for the next two. None before the panel is made.
-  std::shared_ptr<TabRow> addTabRowRelativeToTabRow(TabRow& tabRow,
-                                                    std::int32_t relativePlacement);
+  std::shared_ptr<TabRow> addTabRowRelativeToTabRow(TabRow& tabRow, std::int32_t relativePlacement);
   void saveState();
   void saveStateCoallesced();
   /// Of the first row; zero without one.
@@ -123,6 +128,52 @@ class Quillbox {
   void openQuillboxSettingsAfterDelay(TimeInterval delay);
   void openPreferencePaneAtPath(const std::string& path);
   void relaunchQuillbox();
+
+  bool hasInternetAccess() const;
+
+  // Files and folders; see utilities/FileNames, SystemFolders, FileItems and FileOperations.
+  static std::string fileNameFromFullPath(const std::string& path, bool withPathExtension);
+  std::string availableFileNameInFolder(const std::string& folder, const std::string& withFileName,
+                                        const std::string& extension,
+                                        bool includePrecedingSlash) const;
+  std::string desktopPathWithName(const std::string& name, const std::string& extension) const;
+  std::string filePathForSystemFolderWithID(std::int32_t folderID) const;
+  std::vector<std::string> contentsForSystemFolderWithID(std::int32_t folderID) const;
+  std::string reconcileBogusFolderPath(const std::string& path) const;
+  std::int32_t itemTypeForFileSystemObjectAtPath(const std::string& path) const;
+  std::shared_ptr<FileSystemItem> createFileSystemItemWithFrame(const Rect& frame,
+                                                                const std::string& name,
+                                                                const std::string& atPath) const;
+  void performSelectionActionForFileAtPath(const std::string& path);
+  void moveItems(const std::vector<std::string>& paths, const std::string& toFolder);
+  void copyItems(const std::vector<std::string>& paths, const std::string& toFolder);
+
+  // Mail; see utilities/MailSharing.
+  void shareFileViaEmail(const std::string& path);
+  void shareTextViaEmail(const AttributedString& text);
+  void shareImageViaEmail(const Image& image);
+
+  // Images.
+  /// Of the program's own resources: a variant for later systems where there is one and it is due.
+  Image imageNamed(const std::string& name) const;
+  /// See utilities/WindowImages, also for the next. The owner of the window is not looked at.
+  Image generateWindowImageWithID(std::uint32_t windowID,
+                                  const std::shared_ptr<RunningApplication>& owningApplication,
+                                  Size size, double margin, const Image& defaultImage) const;
+  Image generateWindowImageWithID(std::uint32_t windowID,
+                                  const std::shared_ptr<RunningApplication>& owningApplication,
+                                  const MaximumSize& maximumSize, double margin,
+                                  const Image& defaultImage) const;
+
+  // Diagnostics, for a developer.
+  static void logRect(const Rect& rect);
+  static void logPoint(Point point);
+  bool debugFlag() const { return debugFlag_; }
+  void setDebugFlag(bool flag) { debugFlag_ = flag; }
+  /// A place to stop at in a debugger, once the flag is set.
+  void breakOnDebugFlagSet() const;
+  /// Logs where the panel's views are.
+  void debug();
 
   // Keys and events.
   /// `target` gets single presses of a key while the panel is up; see KeyHandlerTarget.
@@ -228,6 +279,8 @@ class Quillbox {
   std::unique_ptr<QuillboxDialogs> dialogs_;
   std::unique_ptr<PopUpViews> popUpViews_;
   std::unique_ptr<DragOperations> dragOperations_;
+  std::unique_ptr<SystemUtilities> utilities_;
+  bool debugFlag_ = false;
 };
 
 /// The one facade, or null while there is none.
