@@ -222,10 +222,10 @@ bool SimulatedMenuPresenter::keyDown(const Event& event) {
     case KeyCodeReturn:
     case KeyCodeEnter:
     case KeyCodeSpace:
-      user.choose();
+      if (!enterSubmenu()) user.choose();
       return true;
     case KeyCodeRight:
-      openSubmenu();
+      enterSubmenu();
       return true;
     case KeyCodeLeft:
       user.closeSubmenu();
@@ -344,6 +344,14 @@ void SimulatedMenuPresenter::highlightStep(int step) {
 void SimulatedMenuPresenter::openSubmenu() {
   const auto item = innermost().menu->highlightedItem();
   if (item && item->submenu() && !item->submenu()->items().empty()) open(item->submenu());
+}
+
+bool SimulatedMenuPresenter::enterSubmenu() {
+  const std::size_t depth = open_.size();
+  openSubmenu();
+  if (open_.size() == depth) return false;
+  highlightStep(1);
+  return true;
 }
 
 void SimulatedMenuPresenter::waitForSubmenu() {

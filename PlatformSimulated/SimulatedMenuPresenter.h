@@ -118,6 +118,8 @@ class SimulatedMenuPresenter : public MenuPresenter, private MenuObserver {
   void highlight(std::size_t depth, const std::shared_ptr<MenuItem>& item);
   void highlightStep(int step);
   void openSubmenu();
+  /// As the keys do: with its first item highlighted. False when there is none.
+  bool enterSubmenu();
   void waitForSubmenu();
   MenuItemWindow* windowOf(const MenuItem& item);
   void showView(OpenMenu& open, MenuItem& item);

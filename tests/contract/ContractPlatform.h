@@ -71,6 +71,9 @@ class ContractPlatform {
   /// One notch of the wheel away from its user.
   virtual void scrollUp() = 0;
 
+  /// The user leaves the next menu that opens alone: the test itself closes it.
+  virtual void letNextMenuStayOpen() = 0;
+
   /// An existing empty folder of this test.
   virtual std::string folder() = 0;
   virtual void writeRawFile(const std::string& path, const std::string& contents) = 0;

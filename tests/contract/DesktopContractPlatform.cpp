@@ -257,6 +257,9 @@ class DesktopContractPlatform : public ContractPlatform {
     hands_.button(4, false);
   }
 
+  // A user who does nothing.
+  void letNextMenuStayOpen() override {}
+
   std::string folder() override { return Desk::instance().folder("contract"); }
   void writeRawFile(const std::string& path, const std::string& contents) override {
     std::ofstream(path, std::ios::binary) << contents;

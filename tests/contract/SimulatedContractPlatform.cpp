@@ -81,6 +81,10 @@ class SimulatedContractPlatform : public ContractPlatform {
   void releaseButton(int button) override { simulated_.pointer().release(button); }
   void scrollUp() override { simulated_.pointer().scroll(0, -13); }
 
+  void letNextMenuStayOpen() override {
+    simulated_.menuPresenter().whenMenuOpens([](SimulatedMenuUser&) {});
+  }
+
   std::string folder() override { return "/home/user/contract"; }
   void writeRawFile(const std::string& path, const std::string& contents) override {
     simulated_.fileSystem().putRaw(path, contents);
