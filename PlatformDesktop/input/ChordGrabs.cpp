@@ -23,9 +23,7 @@ void ChordGrabs::setWanted(const std::set<Combination>& wanted) {
   });
   for (const Combination& combination : wanted) {
     const auto [entry, isNew] = grabs_.try_emplace(combination);
-    if (isNew && !acquire(combination, entry->second)) {
-      log(nameOf(combination) + " is held by another program");
-    }
+    if (isNew && !acquire(combination, entry->second)) noteRefusal(combination);
   }
   if (gone != 0) waitForServer();
 }
@@ -37,7 +35,7 @@ void ChordGrabs::setMap(const KeyboardMap& map) {
   for (auto& [combination, grab] : grabs_) {
     if (grab.keys.empty()) continue;
     const Grab old = std::exchange(grab, {});
-    if (!acquire(combination, grab)) log(nameOf(combination) + " is held by another program");
+    if (!acquire(combination, grab)) noteRefusal(combination);
     for (const std::uint8_t key : old.keys) {
       Grab obsolete{{key}, old.modifiers};
       if (std::find(grab.keys.begin(), grab.keys.end(), key) != grab.keys.end()) {
@@ -45,6 +43,13 @@ void ChordGrabs::setMap(const KeyboardMap& map) {
       }
       if (!obsolete.modifiers.empty()) let(obsolete);
     }
+  }
+}
+
+void ChordGrabs::noteRefusal(const Combination& combination) {
+  // A chord that has been refused may come back as a hot key, and the other way round.
+  if (refused_.insert(combination).second) {
+    log(nameOf(combination) + " is held by another program");
   }
 }
 
@@ -101,6 +106,7 @@ bool ChordGrabs::acquire(const Combination& combination, Grab& grab) {
     return false;
   }
   grab = std::move(wanted);
+  refused_.erase(combination);
   return true;
 }
 

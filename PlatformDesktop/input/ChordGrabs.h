@@ -23,7 +23,7 @@ class ChordGrabs {
       : connection_(connection), map_(map) {}
 
   /// Makes these the combinations that are held, before it returns. One that another program holds
-  /// is logged, and not tried again until `retryRefused`.
+  /// is logged, once until it has been granted, and not tried again until `retryRefused`.
   void setWanted(const std::set<Combination>& wanted);
   /// To be called when the keyboard map has changed.
   void setMap(const KeyboardMap& map);
@@ -44,6 +44,7 @@ class ChordGrabs {
   };
 
   bool acquire(const Combination& combination, Grab& grab);
+  void noteRefusal(const Combination& combination);
   void sendClaims(std::uint8_t key, const std::vector<std::uint16_t>& modifiers,
                   std::vector<xcb_void_cookie_t>& cookies);
   xcb_input_xi_passive_grab_device_cookie_t sendDeviceGrab(
@@ -54,6 +55,7 @@ class ChordGrabs {
   InputConnection& connection_;
   KeyboardMap map_;
   std::map<Combination, Grab> grabs_;
+  std::set<Combination> refused_;
 };
 
 }  // namespace qb

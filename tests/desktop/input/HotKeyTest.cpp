@@ -188,6 +188,15 @@ TEST_F(HotKeyOfAnotherProgram, ChordIsLoggedAndLeftAlone) {
   EXPECT_THAT(input_.tapped, IsEmpty());
 }
 
+TEST_F(HotKeyOfAnotherProgram, IsLoggedOnceForHotKeyAndChord) {
+  EXPECT_FALSE(input_->hotKeys().registerEventHotKey(
+      KeyCodeTab, HotKeyModifierOption | HotKeyModifierShift, backward));
+  input_.createTap({{superTab, altShiftTab}});
+  superTabTap();
+  ASSERT_TRUE(keyboardComesBack());
+  EXPECT_EQ(log_.count("Alt+Shift+Tab is held by another program"), 1);
+}
+
 TEST_F(HotKeyOfAnotherProgram, ChordIsHadOnceTheOtherProgramHasGone) {
   input_.createTap({{superTab, altShiftTab}});
   restartWindowManager(WindowManagerKeys::None);
