@@ -55,8 +55,8 @@ bool TextTyper::typeText(std::string_view text, EventFlags modifiers) {
 
 bool TextTyper::pressKey(std::uint16_t keyCode, EventFlags modifiers) {
   const KeyboardMap map = queue_.map();
-  const auto key = map.xCode(keyCode);
-  return key && type({{0, *key}}, modifiers, map);
+  const auto keys = map.xCodes(keyCode);
+  return !keys.empty() && type({{0, keys.front()}}, modifiers, map);
 }
 
 std::vector<TextTyper::Item> TextTyper::itemsOf(std::string_view text, const KeyboardMap& map) {
@@ -65,7 +65,8 @@ std::vector<TextTyper::Item> TextTyper::itemsOf(std::string_view text, const Key
     const auto character = nextCharacter(text, position);
     if (!character) continue;
     if (const auto keyCode = keyCodeOfControlCharacter(*character)) {
-      if (const auto key = map.xCode(*keyCode)) items.push_back({0, *key});
+      const auto keys = map.xCodes(*keyCode);
+      if (!keys.empty()) items.push_back({0, keys.front()});
     } else if (keysymOfCharacter(*character) != XCB_NO_SYMBOL) {
       items.push_back({*character, 0});
     }

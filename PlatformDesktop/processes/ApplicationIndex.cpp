@@ -190,9 +190,9 @@ const DesktopEntry* ApplicationIndex::match(const ProgramTraits& traits) const {
 }
 
 std::string ApplicationIndex::identifierOfProgram(const std::string& name) {
-  const auto known = std::find_if(
-      knownApplications.begin(), knownApplications.end(),
-      [id = lowerCase(name)](const KnownApplication& each) { return each.id == id; });
+  const auto known =
+      std::find_if(knownApplications.begin(), knownApplications.end(),
+                   [id = lowerCase(name)](const KnownApplication& each) { return each.id == id; });
   return known != knownApplications.end() ? std::string(known->identifier) : name;
 }
 
