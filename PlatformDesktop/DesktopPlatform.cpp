@@ -72,7 +72,10 @@ DesktopPlatform::DesktopPlatform(const ScreenFormats& formats)
   colorScheme_.setObserver(adoptColors);
   applicationControl_.setApplicationOpener(
       [this](const std::string& path) { return openApplication(path); });
-  catalogue_.setChangeObserver([this] { graphics_.forgetIcons(); });
+  catalogue_.setChangeObserver([this] {
+    graphics_.forgetIcons();
+    processes_.catalogueHasChanged();
+  });
 }
 
 DesktopPlatform::~DesktopPlatform() {

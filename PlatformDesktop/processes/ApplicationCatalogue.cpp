@@ -1,9 +1,10 @@
 #include "PlatformDesktop/processes/ApplicationCatalogue.h"
 
-#include <QDir>
 #include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
 
-#include "PlatformDesktop/graphics/QtConversions.h"
 #include "PlatformDesktop/processes/DesktopFolders.h"
 
 namespace qb {
@@ -21,6 +22,20 @@ std::string messageLocale() {
   return "C";
 }
 
+/// Where entries lie, and where the user's default applications do.
+std::vector<FolderWatch::Folder> watchedFolders() {
+  std::vector<FolderWatch::Folder> folders{{DesktopFolders::configuration().front(), false}};
+  for (const std::string& folder : DesktopFolders::data()) {
+    folders.push_back({folder + "/applications", true});
+  }
+  return folders;
+}
+
+bool isRead(std::string_view file) {
+  return file.ends_with(".desktop") || file.ends_with("mimeapps.list") ||
+         file == "mimeinfo.cache" || file == "defaults.list";
+}
+
 std::shared_ptr<const ApplicationIndex> readIndex() {
   return std::make_shared<const ApplicationIndex>(ApplicationIndex::load(
       DesktopFolders::data(), DesktopFolders::configuration(), messageLocale()));
@@ -28,24 +43,16 @@ std::shared_ptr<const ApplicationIndex> readIndex() {
 
 }  // namespace
 
-ApplicationCatalogue::ApplicationCatalogue(RunLoopHost& host) : host_(host) {
+ApplicationCatalogue::ApplicationCatalogue(RunLoopHost& host)
+    : host_(host), watch_(watchedFolders(), isRead, [this] { readAgain(); }) {
   auto promise = std::make_shared<std::promise<std::shared_ptr<const ApplicationIndex>>>();
   first_ = promise->get_future().share();
   host_.runInBackground([promise] { promise->set_value(readIndex()); });
-  watchFolders();
-  connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this] { readAgain(); });
 }
 
 const ApplicationIndex& ApplicationCatalogue::index() const {
   if (!index_) index_ = first_.get();
   return *index_;
-}
-
-void ApplicationCatalogue::watchFolders() {
-  for (const std::string& folder : DesktopFolders::data()) {
-    const QString applications = qtString(folder + "/applications");
-    if (QDir(applications).exists()) watcher_.addPath(applications);
-  }
 }
 
 void ApplicationCatalogue::readAgain() {

@@ -170,6 +170,26 @@ void DesktopProcesses::describe(Program& program) const {
   program.information = std::move(information);
 }
 
+void DesktopProcesses::catalogueHasChanged() {
+  bool haveChanged = false;
+  for (auto& [key, each] : programs_) {
+    if (!each.information || each.windows.empty()) continue;
+    const ProcessInformation before = *each.information;
+    describe(each);
+    if (each.information->bundlePath == before.bundlePath &&
+        each.information->bundleIdentifier == before.bundleIdentifier &&
+        each.information->name == before.name) {
+      continue;
+    }
+    each.number.highLongOfPSN = ++lastGeneration_;
+    each.information->processNumber = each.number;
+    haveChanged = true;
+  }
+  if (!haveChanged) return;
+  regroup();
+  changed_.signal();
+}
+
 void DesktopProcesses::setOwnWindowIsKey(bool isKey) {
   if (isKey == ownWindowIsKey_) return;
   ownWindowIsKey_ = isKey;

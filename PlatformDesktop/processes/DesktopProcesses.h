@@ -35,6 +35,9 @@ class DesktopProcesses : public QObject, public Processes {
   void setUserTime(std::function<std::uint32_t()> time) { userTime_ = std::move(time); }
   /// Takes in what the X server has told; before the thread sleeps.
   void update() const;
+  /// To be called when the catalogue has changed. A program that turns out to belong to another
+  /// application becomes another process: what it was before is over.
+  void catalogueHasChanged();
 
   // For the workspace.
   /// In order of the first window, this process not among them.
@@ -55,7 +58,7 @@ class DesktopProcesses : public QObject, public Processes {
  private:
   struct Program {
     ProcessSerialNumber number;
-    /// Known when it was first asked for; a program does not change it.
+    /// Known when it was first asked for; only a change of the catalogue changes it.
     std::optional<ProcessInformation> information;
     std::string startMark;
     std::vector<xcb_window_t> windows;
