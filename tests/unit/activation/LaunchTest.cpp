@@ -22,6 +22,18 @@ TEST_F(LaunchTest, SaysSo) {
   EXPECT_EQ(platform.log(), std::vector<std::string>{"Quillbox is launching..."});
 }
 
+TEST_F(LaunchTest, NoticeOfTwoSecondsSaysThatItRuns) {
+  launch();
+  platform.runFor(1.9);
+  const auto visible = platform.windowServer().visibleWindows();
+  ASSERT_EQ(visible.size(), 1U);
+  const auto texts = platform.windowServer().paint(*visible[0]).texts();
+  EXPECT_THAT(texts, testing::SizeIs(2)) << "the text and its shadow";
+  EXPECT_THAT(texts, testing::Each(std::string("Quillbox is Running...")));
+  platform.runFor(1.2);
+  EXPECT_TRUE(platform.windowServer().visibleWindows().empty());
+}
+
 TEST_F(LaunchTest, GlobalFacadeLivesAsLongAsTheDelegate) {
   EXPECT_EQ(quillbox, nullptr);
   launch();

@@ -7,6 +7,8 @@
 namespace qb::test {
 namespace {
 
+using ::testing::Each;
+
 class PreferenceNotificationsTest : public ActivationFixture {
  protected:
   void post(const std::string& name,
@@ -53,7 +55,9 @@ TEST_F(PreferenceNotificationsTest, FirstPreviewTellsHowToLeaveAndWaitsASecond) 
   post("Preview Quillbox");
   platform.schedule(0.5, [this] {
     EXPECT_FALSE(isActive());
-    EXPECT_EQ(visibleWindows(), 1U);
+    ASSERT_EQ(visibleWindows(), 1U);
+    EXPECT_THAT(platform.windowServer().paint(*platform.windowServer().visibleWindows()[0]).texts(),
+                Each(std::string("Press ESC to exit Preview")));
   });
   platform.runFor(0.99);
   ASSERT_TRUE(isActive());
