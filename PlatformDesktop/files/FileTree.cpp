@@ -22,10 +22,6 @@ constexpr mode_t permissions = 0777;
 constexpr mode_t allModes = 07777;
 constexpr std::size_t largestStep = 64 << 20;
 
-bool isSame(const struct stat& a, const struct stat& b) {
-  return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
-
 /// Bytes through this program, where the kernel cannot copy by itself.
 bool pump(int from, int to) {
   std::vector<char> block(1 << 20);

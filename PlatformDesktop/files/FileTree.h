@@ -14,6 +14,11 @@ enum class Durability {
   Flushed,
 };
 
+/// Whether two names are of one file or folder.
+inline bool isSame(const struct stat& a, const struct stat& b) {
+  return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
 /// Copies a file, a link, a pipe or a folder with all that is in it, to a path that nothing has.
 /// Dates, modes, attributes and, where that is allowed, owners are those of the source; a link
 /// stays a link. `excluded` is a folder that must not be met on the way: the one that holds the

@@ -24,10 +24,6 @@ std::optional<struct stat> statusOf(const std::string& path) {
   return lstat(path.c_str(), &status) == 0 ? std::optional(status) : std::nullopt;
 }
 
-bool isSame(const struct stat& a, const struct stat& b) {
-  return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
-
 bool isFolder(const struct stat& status) { return S_ISDIR(status.st_mode); }
 
 /// A hidden folder beside the place that something is to take, removed with what is still in it.
