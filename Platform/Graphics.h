@@ -28,6 +28,9 @@ class Graphics : public TextMeasurer {
   /// has, or a generic icon; the true one then comes through `update` (if given) on the main
   /// thread, once, and is kept for the next time.
   virtual Image iconForFile(const std::string& path, std::function<void(const Image&)> update) = 0;
+  /// What is kept for a path is kept no longer: the file has gone, or is another one now. Nothing
+  /// for a path without an icon.
+  virtual void freeIconForFile(const std::string& path) = 0;
 };
 
 }  // namespace qb

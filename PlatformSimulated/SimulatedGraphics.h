@@ -48,6 +48,7 @@ class SimulatedGraphics : public Graphics {
   /// An image named "icon:PATH"; until it has been delivered, one named "generic icon". Both have
   /// 128 by 128 points. Delivery is due at once, unless held.
   Image iconForFile(const std::string& path, std::function<void(const Image&)> update) override;
+  void freeIconForFile(const std::string& path) override { icons_.erase(path); }
 
   void setImageSize(const std::string& name, Size size);
   void setImageNames(std::set<std::string> names) { names_ = std::move(names); }

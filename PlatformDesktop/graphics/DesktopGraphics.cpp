@@ -129,11 +129,21 @@ void DesktopGraphics::load(const std::string& path) {
 void DesktopGraphics::loaded(const std::string& path, std::shared_ptr<const PixelImage> icon) {
   IconRecord& record = records_[path];
   record.loading = false;
-  record.known = true;
+  record.known = !std::exchange(record.outdated, false);
   if (icon) record.image = Image(std::move(icon));
   const auto waiting = std::exchange(record.waiting, {});
   const Image image = record.image;
   for (const auto& update : waiting) update(image);
+}
+
+void DesktopGraphics::freeIconForFile(const std::string& path) {
+  const auto found = records_.find(path);
+  if (found == records_.end()) return;
+  if (found->second.loading) {
+    found->second.outdated = true;
+  } else {
+    records_.erase(found);
+  }
 }
 
 void DesktopGraphics::forgetIcons() {

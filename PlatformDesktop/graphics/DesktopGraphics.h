@@ -36,6 +36,7 @@ class DesktopGraphics : public Graphics {
   std::vector<std::string> imageNames(std::string_view prefix) const override;
   Image imageWithSize(Size size, std::function<void(Canvas&)> draw) override;
   Image iconForFile(const std::string& path, std::function<void(const Image&)> update) override;
+  void freeIconForFile(const std::string& path) override;
 
   /// Icons asked for from now on are looked up anew: the theme or an application has changed. What
   /// is known is shown until then.
@@ -45,6 +46,8 @@ class DesktopGraphics : public Graphics {
   struct IconRecord {
     Image image;
     bool known = false, loading = false;
+    /// What is being loaded may be the icon of what was there before.
+    bool outdated = false;
     std::vector<std::function<void(const Image&)>> waiting;
   };
 

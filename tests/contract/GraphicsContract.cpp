@@ -59,6 +59,20 @@ TEST_F(GraphicsContract, TheTrueIconComesOnceThroughUpdateAndIsKept) {
   EXPECT_EQ(updates, 1);
 }
 
+TEST_F(GraphicsContract, AFreedIconIsLookedUpAnew) {
+  int updates = 0;
+  const auto ask = [&] {
+    return platform_.graphics().iconForFile(desktop_->clientPath(),
+                                            [&](const Image&) { ++updates; });
+  };
+  ask();
+  EXPECT_TRUE(waitUntil([&] { return updates == 1; }));
+  platform_.graphics().freeIconForFile(desktop_->clientPath());
+  EXPECT_TRUE(ask());
+  EXPECT_TRUE(waitUntil([&] { return updates == 2; }));
+  platform_.graphics().freeIconForFile("/no/such/file");
+}
+
 TEST_F(GraphicsContract, ADrawnPictureHasTheSizeThatItWasGiven) {
   const Image drawn = platform_.graphics().imageWithSize(
       {40, 30}, [](Canvas& canvas) { canvas.fill(Rect::make(0, 0, 40, 30), Color::black()); });

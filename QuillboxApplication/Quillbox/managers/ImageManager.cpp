@@ -26,6 +26,8 @@ Image ImageManager::iconForFile(const std::string& path, UpdateBlock updateBlock
   return graphics_.iconForFile(path, std::move(updateBlock));
 }
 
+void ImageManager::freeIconForFile(const std::string& path) { graphics_.freeIconForFile(path); }
+
 Image ImageManager::iconForMissingFile() { return graphics_.imageNamed("UnknownFile"); }
 
 Image ImageManager::decoratedImageOfImage(const Image& image, Size withSize,

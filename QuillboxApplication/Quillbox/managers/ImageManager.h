@@ -23,6 +23,8 @@ class ImageManager {
   /// Answers at once; a better image, if there is one, comes through the block later. The block may
   /// be empty.
   Image iconForFile(const std::string& path, UpdateBlock updateBlock);
+  /// The file has moved or gone, or its icon is out of date.
+  void freeIconForFile(const std::string& path);
   Image iconForMissingFile();
 
   /// `image` at `size`, its opaque parts tinted and the badge in its lower right. A badge of more

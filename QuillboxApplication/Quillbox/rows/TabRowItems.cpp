@@ -1,7 +1,9 @@
 // The row and its provider: making, fetching, presenting and replacing the items.
 
+#include "Quillbox/Item/FileSystemItem.h"
 #include "Quillbox/Item/Item.h"
 #include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/managers/ImageManager.h"
 #include "Quillbox/providers/TabRowProvider.h"
 #include "Quillbox/rows/HostView.h"
 #include "Quillbox/rows/ProviderSelector.h"
@@ -195,6 +197,9 @@ bool TabRow::moveItem(const std::shared_ptr<Item>& item, const std::string& toFo
 }
 
 void TabRow::noteFileOfItemHasMoved(const std::shared_ptr<Item>& item) {
+  if (const auto* const file = dynamic_cast<FileSystemItem*>(item.get())) {
+    quillbox->imageManager().freeIconForFile(file->path());
+  }
   noteItemHasLeft(item);
   itemsHaveChangedWithMaintainSelection(false, true);
 }

@@ -1,5 +1,6 @@
 // Items that change while the panel is up.
 
+#include "Quillbox/Item/FileSystemItem.h"
 #include "support/TabRowFixture.h"
 
 namespace qb::test {
@@ -250,6 +251,28 @@ TEST_F(TabRowChangesTest, WhatTheProviderDoesNotTrashOrMoveStays) {
   EXPECT_EQ(countOf(*provider->itemLog, "item1: willBeRemovedFromTabBar"), 0);
   EXPECT_EQ(row->items().size(), 3U);
   EXPECT_EQ(selectedName(), "item1");
+}
+
+TEST_F(TabRowChangesTest, TheIconOfAFileThatHasLeftIsForgotten) {
+  /// A provider of one file.
+  class FileProvider : public TestProvider {
+   public:
+    void createItemsWithSize(Size size) override {
+      addItem(FileSystemItem::create({{0, 0}, size}, "/files/letter.txt"));
+    }
+  };
+  for (const bool trashed : {true, false}) {
+    const auto files = std::make_shared<FileProvider>();
+    files->names = {"letter"};
+    makeRow(files);
+    openRow();
+    platform.runFor(1);
+    const auto icon = [&] { return platform.graphics().iconForFile("/files/letter.txt", nullptr); };
+    ASSERT_EQ(simulatedImageName(icon()), "icon:/files/letter.txt");
+    const auto item = files->items().front();
+    EXPECT_TRUE(trashed ? row->trashItem(item) : row->moveItem(item, "/folder"));
+    EXPECT_EQ(simulatedImageName(icon()), "generic icon");
+  }
 }
 
 }  // namespace
