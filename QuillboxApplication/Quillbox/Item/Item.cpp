@@ -167,6 +167,10 @@ bool Item::receiveDragOperation(const DragOperation& drag,
   return row && row->receiveDragOperation(drag, dragItems);
 }
 
+std::int32_t Item::draggingEntered(const std::shared_ptr<DragOperation>& drag) {
+  return quillbox->registerDragOperation(drag);
+}
+
 void Item::setupForDragOperation(const DragOperation& drag, std::uint32_t dragTypes) {
   canReceiveCurrentDragOperation_ = canReceiveDragOperation(drag, dragTypes);
   if (!canReceiveCurrentDragOperation_) view_->setAlphaValue(dimmedAlpha);

@@ -194,6 +194,8 @@ class Item : public std::enable_shared_from_this<Item>, public MenuItemTarget {
   virtual void identifyMissingRepresentedItem() {}
 
   // Drags over the panel.
+  /// A drag comes over its view. Answers what may become of it, bits of `DragOperationMask`.
+  std::int32_t draggingEntered(const std::shared_ptr<DragOperation>& drag);
   /// Whether what is dragged now could be dropped on it.
   bool canReceiveCurrentDragOperation() const { return canReceiveCurrentDragOperation_; }
   virtual bool canReceiveDragOperation(const DragOperation& /*drag*/, std::uint32_t /*dragTypes*/) {

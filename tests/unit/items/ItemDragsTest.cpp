@@ -40,6 +40,15 @@ TEST_F(ItemDragsTest, KindsHaveTheirBits) {
   EXPECT_EQ(DragOperationPrivate, 8);
 }
 
+TEST_F(ItemDragsTest, ADragOverAnItemConcernsThePanel) {
+  const auto item = Item::create(cell, picture(), "One");
+  const auto entered = std::make_shared<TestDrag>(DragTypeText);
+  EXPECT_EQ(item->draggingEntered(entered), DragOperationEvery);
+  EXPECT_TRUE(quillbox->dragOperationIsInProgress());
+  EXPECT_EQ(item->draggingEntered(entered), DragOperationEvery);
+  quillbox->deregisterDragOperation();
+}
+
 TEST_F(ItemDragsTest, WhatIsDraggedIsTheItemWithItsPicture) {
   const auto item = Item::create(cell, picture(), "One");
   const DraggingItem dragging = item->draggingItem();
