@@ -190,7 +190,7 @@ TEST_F(HotKeyOfAnotherProgram, ChordIsLoggedAndLeftAlone) {
 
 TEST_F(HotKeyOfAnotherProgram, IsLoggedOnceForHotKeyAndChord) {
   EXPECT_FALSE(input_->hotKeys().registerEventHotKey(
-      KeyCodeTab, HotKeyModifierOption | HotKeyModifierShift, backward));
+      KeyCodeTab, HotKeyModifierOption | HotKeyModifierShift, other));
   input_.createTap({{superTab, altShiftTab}});
   superTabTap();
   ASSERT_TRUE(keyboardComesBack());

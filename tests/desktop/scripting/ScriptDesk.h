@@ -29,6 +29,7 @@ class PromptDialogs : public Dialogs {
   std::optional<std::vector<std::string>> runModal(const OpenPanel&) override {
     return std::nullopt;
   }
+  void beep() override {}
   std::vector<Alert> shown;
   std::int32_t answer = AlertFirstButtonReturn;
 };

@@ -258,7 +258,7 @@ TEST_F(TabRowChangesTest, TheIconOfAFileThatHasLeftIsForgotten) {
   class FileProvider : public TestProvider {
    public:
     void createItemsWithSize(Size size) override {
-      addItem(FileSystemItem::create({{0, 0}, size}, "/files/letter.txt"));
+      addItem(FileSystemItem::create({{0, 0}, size}, std::string("/files/letter.txt")));
     }
   };
   for (const bool trashed : {true, false}) {
