@@ -160,6 +160,46 @@ class Selector(RowTestCase):
         self.assert_shows_applications(1, 2)
 
 
+class Gear(RowTestCase):
+    acknowledged = "Configure Tip Acknowledged for: ActiveApplicationsProvider"
+
+    def find_gear(self, row, rows, beside_tip=False):
+        """The first that is bright left of the title, once the selector is lit, but for the arrow of
+        a tip."""
+        x, y = self.selector(row, rows)
+        self.probe.move((x, y))
+        self.wait_still((x - 110, y - 8, 110, 16))
+        bright = [self.probe.pixel((place, y)) > "c0c0c0" for place in range(x - 110, x)]
+        starts = [at for at in range(1, len(bright)) if bright[at] and not bright[at - 1]]
+        self.assertGreater(len(starts), 1, "no gear beside the title")
+        return (x - 110 + starts[1 if beside_tip else 0] + 2, y)
+
+    def test_gear_opens_the_menu_of_what_the_row_shows(self):
+        self.open_by_corner()
+        self.probe.click(self.find_gear(0, 1))
+        self.wait_menu()
+        self.close_menu()
+
+    def test_tip_points_at_the_gear_until_that_is_used(self):
+        self.open_by_corner()
+        self.add_row()
+        x, y = self.selector(1, 2)
+        tip = (x - 300, y - 8, 150, 16)
+        self.wait_still(tip)
+        self.probe.remember("tipless", tip)
+        self.choose_first_kind(1, 2)
+        self.assertTrue(self.probe.wait_change("tipless"), "no tip comes")
+        self.assertNotIn(self.acknowledged, self.desktop.read_user_defaults())
+        self.probe.click(self.find_gear(1, 2, beside_tip=True))
+        self.wait_menu()
+        self.close_menu()
+        self.assertTrue(self.probe.wait_same("tipless"), "the tip stays")
+        written = self.desktop.wait_until(
+            lambda: self.acknowledged in self.desktop.read_user_defaults()
+        )
+        self.assertTrue(written, "that the tip was seen is not kept")
+
+
 class Buttons(RowTestCase):
     def test_delete_button_takes_the_row_away(self):
         self.open_by_corner()
@@ -217,6 +257,15 @@ class RowMenu(RowTestCase):
         self.move_about(place)
         self.probe.click(place, 3)
         self.wait_menu()
+        self.close_menu()
+
+    def test_a_click_with_control_beside_the_icons_opens_it_too(self):
+        self.open_by_corner()
+        place = self.panel.in_row(8, 100)
+        self.move_about(place)
+        with self.probe.holding("Control_L"):
+            self.probe.click(place)
+            self.wait_menu()
         self.close_menu()
 
 
