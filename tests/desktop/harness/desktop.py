@@ -32,14 +32,16 @@ class Application:
         self.process = None
 
     def start(self, desktop):
-        self._write_entry(desktop.home / ".local/share")
+        self.write_entry(desktop)
         self.process = desktop.start([TOOLS / "xclient", self.name, *self.area, self.colour])
         if self.process.wait_for_line(lambda line: line == "ready") is None:
             raise RuntimeError(self.name + " does not start")
         if not desktop.probe.wait_active(self.name):
             raise RuntimeError(self.name + " does not get the focus")
 
-    def _write_entry(self, data):
+    def write_entry(self, desktop):
+        """What makes it an installed application."""
+        data = desktop.home / ".local/share"
         (data / "applications").mkdir(parents=True, exist_ok=True)
         icon = data / f"{self.name}.svg"
         icon.write_text(
