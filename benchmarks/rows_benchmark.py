@@ -31,7 +31,7 @@ from harness.desktop import Application, Desktop  # noqa: E402
 from harness.panel import Panel  # noqa: E402
 
 FIRST_APPLICATIONS = 3  # The rows have their natural size as long as they are added.
-SETTLED_SECONDS = 0.3  # After this nothing is painted any more.
+SETTLED_SECONDS = 0.15  # After this nothing is painted any more.
 STEPS = 10
 FADE_SECONDS = 0.4
 
@@ -41,6 +41,13 @@ class RowsPanel:
 
     def __init__(self, size, rows, items):
         self.desktop = Desktop(size)
+        try:
+            self.start(size, rows, items)
+        except BaseException:
+            self.desktop.end()
+            raise
+
+    def start(self, size, rows, items):
         self.desktop.open_eyes()
         self.probe = self.desktop.probe
         self.desktop.start_window_manager()
