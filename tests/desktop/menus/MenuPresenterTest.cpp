@@ -477,7 +477,8 @@ TEST_F(MenuPresenterTest, TheEndOfTheProgramClosesItAndLetsNoOtherOpen) {
   submenu->addItem(MenuItem::create("Entry"));
   item->setSubmenu(submenu);
   when("shown", shown(), [&] { pointAt(*item); });
-  when("submenu shown", [&] { return isShown(*submenu); }, [&] { control.terminate(); });
+  when(
+      "submenu shown", [&] { return isShown(*submenu); }, [&] { control.terminate(); });
   EXPECT_FALSE(popUp());
   EXPECT_FALSE(presenter.menuIsOpen());
   EXPECT_EQ(delegate.heard.back(), "closed");
