@@ -1,8 +1,9 @@
-"""The program is told to end while something modal is up."""
+"""The program is told to end, or killed, while something modal is up."""
 
 import unittest
 
 from harness.session import SessionTestCase
+from test_rows import RowTestCase
 
 
 class EndingUnderADialog(SessionTestCase):
@@ -38,6 +39,30 @@ class EndingUnderADialog(SessionTestCase):
         self.wait_for_dialog("Quillbox Fully Functional")
         self.assert_ends_in_order()
         self.assertNotIn("relauncher", self.program.output.lower())
+
+
+class EndingUnderAMenu(RowTestCase):
+    def open_menu(self):
+        self.open_by_corner()
+        self.probe.click(self.selector())
+        self.wait_menu()
+
+    def assert_nothing_is_left(self):
+        self.assertTrue(self.probe.wait_unmapped("quillbox"))
+        self.assertTrue(self.probe.wait_input_free(), "keyboard or pointer is grabbed")
+        self.assertTrue(self.probe.activate("Gamma"))
+        self.assert_keys_reach(self.gamma)
+
+    def test_told_to_end(self):
+        self.open_menu()
+        self.program.terminate()
+        self.assertEqual(self.program.wait(), 0, self.program.output)
+        self.assert_nothing_is_left()
+
+    def test_killed(self):
+        self.open_menu()
+        self.program.kill()
+        self.assert_nothing_is_left()
 
 
 if __name__ == "__main__":
