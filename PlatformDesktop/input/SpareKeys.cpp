@@ -9,7 +9,9 @@ namespace qb {
 
 namespace {
 
+/// A key code and the keysym that it was given, and so on.
 constexpr std::string_view propertyName = "_QUILLBOX_LENT_KEYS";
+constexpr std::uint32_t longestProperty = 512;
 
 }  // namespace
 
@@ -20,14 +22,14 @@ SpareKeys::SpareKeys(InputConnection& connection) : connection_(connection) {
   if (!atom) return;
   property_ = atom->atom;
   const XcbPointer<xcb_get_property_reply_t> left(xcb_get_property_reply(
-      xcb, xcb_get_property(xcb, 1, connection_.root, property_, XCB_ATOM_CARDINAL, 0, 64),
+      xcb,
+      xcb_get_property(xcb, 1, connection_.root, property_, XCB_ATOM_CARDINAL, 0, longestProperty),
       nullptr));
-  if (!left || left->format != 8) return;
-  const auto* const keys = static_cast<const std::uint8_t*>(xcb_get_property_value(left.get()));
-  const int count = xcb_get_property_value_length(left.get());
-  const std::uint8_t first = xcb_get_setup(xcb)->min_keycode;
-  for (const std::uint8_t key : std::span(keys, static_cast<std::size_t>(count))) {
-    if (key >= first) setMeaning(key, XCB_NO_SYMBOL);
+  if (!left || left->format != 32) return;
+  const auto* const words = static_cast<const std::uint32_t*>(xcb_get_property_value(left.get()));
+  const int count = xcb_get_property_value_length(left.get()) / 4;
+  for (int i = 0; i + 1 < count; i += 2) {
+    takeBack(static_cast<std::uint8_t>(words[i]), words[i + 1]);
   }
   xcb_flush(xcb);
 }
@@ -40,6 +42,12 @@ std::optional<std::uint8_t> SpareKeys::keyOf(char32_t character) const {
 bool SpareKeys::isLent(std::uint8_t key) const {
   return std::any_of(lent_.begin(), lent_.end(),
                      [key](const auto& entry) { return entry.second == key; });
+}
+
+std::vector<std::uint8_t> SpareKeys::keys() const {
+  std::vector<std::uint8_t> keys;
+  for (const auto& [character, key] : lent_) keys.push_back(key);
+  return keys;
 }
 
 bool SpareKeys::lend(std::span<const char32_t> characters, std::span<const std::uint8_t> spare) {
@@ -66,10 +74,20 @@ bool SpareKeys::lend(std::span<const char32_t> characters, std::span<const std::
 
 void SpareKeys::giveBack() {
   if (lent_.empty()) return;
-  for (const auto& [character, key] : lent_) setMeaning(key, XCB_NO_SYMBOL);
+  for (const auto& [character, key] : lent_) takeBack(key, keysymOfCharacter(character));
   lent_.clear();
   xcb_delete_property(connection_.xcb.get(), connection_.root, property_);
   xcb_flush(connection_.xcb.get());
+}
+
+/// A layout that was loaded meanwhile may have a use for the key.
+void SpareKeys::takeBack(std::uint8_t key, std::uint32_t keysym) {
+  xcb_connection_t* xcb = connection_.xcb.get();
+  const XcbPointer<xcb_get_keyboard_mapping_reply_t> present(
+      xcb_get_keyboard_mapping_reply(xcb, xcb_get_keyboard_mapping(xcb, key, 1), nullptr));
+  const bool isOurs = present && present->keysyms_per_keycode > 0 &&
+                      xcb_get_keyboard_mapping_keysyms(present.get())[0] == keysym;
+  if (isOurs) setMeaning(key, XCB_NO_SYMBOL);
 }
 
 /// With and without Shift alike: it may still be down from the character before.
@@ -80,10 +98,14 @@ void SpareKeys::setMeaning(std::uint8_t key, std::uint32_t keysym) {
 }
 
 void SpareKeys::writeDown() {
-  std::vector<std::uint8_t> keys;
-  for (const auto& [character, key] : lent_) keys.push_back(key);
+  std::vector<std::uint32_t> words;
+  for (const auto& [character, key] : lent_) {
+    words.push_back(key);
+    words.push_back(keysymOfCharacter(character));
+  }
   xcb_change_property(connection_.xcb.get(), XCB_PROP_MODE_REPLACE, connection_.root, property_,
-                      XCB_ATOM_CARDINAL, 8, static_cast<std::uint32_t>(keys.size()), keys.data());
+                      XCB_ATOM_CARDINAL, 32, static_cast<std::uint32_t>(words.size()),
+                      words.data());
 }
 
 }  // namespace qb

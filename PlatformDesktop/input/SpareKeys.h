@@ -26,6 +26,8 @@ class SpareKeys {
   /// None when no key is lent to it.
   std::optional<std::uint8_t> keyOf(char32_t character) const;
   bool isLent(std::uint8_t key) const;
+  /// All that are lent.
+  std::vector<std::uint8_t> keys() const;
   /// Lends keys to as many of `characters`, from the first on, as there are keys; `spare` are those
   /// that the layout leaves free. What other characters have is taken from them only then, and
   /// they must have been received by then. False when there is not one key to lend.
@@ -35,10 +37,11 @@ class SpareKeys {
     return lent_.size() + spare.size();
   }
   bool isEmpty() const { return lent_.empty(); }
-  /// All keys lose their meaning again.
+  /// All keys lose their meaning again, but for those that something else has given one since.
   void giveBack();
 
  private:
+  void takeBack(std::uint8_t key, std::uint32_t keysym);
   void setMeaning(std::uint8_t key, std::uint32_t keysym);
   void writeDown();
 

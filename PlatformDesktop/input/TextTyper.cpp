@@ -74,6 +74,14 @@ std::vector<TextTyper::Item> TextTyper::itemsOf(std::string_view text, const Key
   return items;
 }
 
+std::optional<TypingStroke> TextTyper::ownStroke(char32_t character,
+                                                 const TypingLayout& layout) const {
+  const auto stroke = layout.strokeFor(character);
+  const bool isLent =
+      stroke && std::find(lentBefore_.begin(), lentBefore_.end(), stroke->key) != lentBefore_.end();
+  return isLent ? std::nullopt : stroke;
+}
+
 /// What the layout lacks of the items from `start` on, each once.
 std::vector<char32_t> TextTyper::missingFrom(const std::vector<Item>& items, std::size_t start,
                                              const TypingLayout& layout) const {
@@ -81,7 +89,7 @@ std::vector<char32_t> TextTyper::missingFrom(const std::vector<Item>& items, std
   std::vector<char32_t> missing;
   for (std::size_t i = start; i < items.size() && missing.size() < most; ++i) {
     const char32_t character = items[i].character;
-    if (items[i].key != 0 || layout.strokeFor(character)) continue;
+    if (items[i].key != 0 || ownStroke(character, layout)) continue;
     if (std::find(missing.begin(), missing.end(), character) == missing.end()) {
       missing.push_back(character);
     }
@@ -90,9 +98,10 @@ std::vector<char32_t> TextTyper::missingFrom(const std::vector<Item>& items, std
 }
 
 bool TextTyper::type(const std::vector<Item>& items, EventFlags modifiers, const KeyboardMap& map) {
-  KeyInjection injection(connection_, thread_, map);
+  lentBefore_ = spareKeys_.keys();
   const auto layout = TypingLayout::read(connection_.xcb.get());
   if (!layout) return false;
+  KeyInjection injection(connection_, thread_, map);
   injection.begin(*layout);
   const std::uint16_t always = map.modifiers(modifiers);
   bool complete = true;
@@ -101,7 +110,7 @@ bool TextTyper::type(const std::vector<Item>& items, EventFlags modifiers, const
     const Item& item = items[i];
     TypingStroke stroke{item.key, layout->group(), 0};
     if (item.key == 0) {
-      const auto own = layout->strokeFor(item.character);
+      const auto own = ownStroke(item.character, *layout);
       if (!own && !spareKeys_.keyOf(item.character)) {
         // A key must keep its meaning until who got it has looked it up.
         if (!spareKeys_.isEmpty()) {

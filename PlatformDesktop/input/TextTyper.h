@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -53,6 +55,8 @@ class TextTyper {
   bool type(const std::vector<Item>& items, EventFlags modifiers, const KeyboardMap& map);
   std::vector<char32_t> missingFrom(const std::vector<Item>& items, std::size_t start,
                                     const TypingLayout& layout) const;
+  /// How the keyboard types it without lent keys. `layout` may know some from before.
+  std::optional<TypingStroke> ownStroke(char32_t character, const TypingLayout& layout) const;
   void noteUse();
   void giveBackWhenDue();
   static Moment now();
@@ -62,6 +66,8 @@ class TextTyper {
   InputThread& thread_;
   SpareKeys spareKeys_;
   std::function<void(TimeInterval, Block)> performLater_;
+  /// Those that were lent when the layout was read.
+  std::vector<std::uint8_t> lentBefore_;
   Moment lastUse_ = 0;
   bool returnIsScheduled_ = false;
   std::shared_ptr<const bool> lifeSign_ = std::make_shared<const bool>(true);

@@ -45,6 +45,20 @@ class TextTyping : public InputDesk {
     EXPECT_EQ(client_.text, text);
     return read && client_.text == text;
   }
+  xcb_atom_t lentKeysProperty() {
+    const std::string name = "_QUILLBOX_LENT_KEYS";
+    const XcbPointer<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+        client_.xcb(), xcb_intern_atom(client_.xcb(), 0, name.size(), name.data()), nullptr));
+    return atom->atom;
+  }
+  bool lentKeysAreWrittenDown() {
+    const XcbPointer<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(client_.xcb(),
+                               xcb_get_property(client_.xcb(), 0, client_.root(),
+                                                lentKeysProperty(), XCB_ATOM_CARDINAL, 0, 1),
+                               nullptr));
+    return reply && reply->type != XCB_NONE;
+  }
   /// The keysyms of all keys.
   std::vector<xcb_keysym_t> mapping() {
     const auto* setup = xcb_get_setup(client_.xcb());
@@ -104,16 +118,46 @@ TEST_F(TextTyping, LentKeysAreGivenBack) {
   }));
 }
 
+TEST_F(TextTyping, LentKeysThatALayoutUsesNowStay) {
+  std::vector<Block> later;
+  typer().setPerformLater([&](TimeInterval, Block block) { later.push_back(std::move(block)); });
+  EXPECT_TRUE(type("\u00e9"));
+  clientReads("\u00e9");
+  const XcbPointer<xcb_get_property_reply_t> lent(
+      xcb_get_property_reply(client_.xcb(),
+                             xcb_get_property(client_.xcb(), 0, client_.root(), lentKeysProperty(),
+                                              XCB_ATOM_CARDINAL, 0, 2),
+                             nullptr));
+  const auto key = *static_cast<const std::uint32_t*>(xcb_get_property_value(lent.get()));
+  const xcb_keysym_t other[] = {0xdf, 0xdf};
+  xcb_change_keyboard_mapping(client_.xcb(), 1, static_cast<std::uint8_t>(key), 2, other);
+  client_.sync();
+  const auto before = mapping();
+  EXPECT_TRUE(waitFor([&] {
+    for (const Block& block : std::exchange(later, {})) block();
+    return !lentKeysAreWrittenDown();
+  }));
+  EXPECT_EQ(mapping(), before);
+}
+
+TEST_F(TextTyping, CharactersOfBeforeAreTypedAnew) {
+  // The first has its key still when the others come and need all of them.
+  EXPECT_TRUE(type("\u0430"));
+  const std::string text =
+      "\u0431\u0432\u0433\u0434\u0435\u0436\u0437\u0438\u0439\u043a\u043b\u043c\u043d\u043e"
+      "\u043f\u0440\u0441\u0442\u0443\u0444\u0445\u0446\u0430";
+  EXPECT_TRUE(type(text));
+  clientReads("\u0430" + text);
+}
+
 TEST_F(TextTyping, KeysLeftLentByACrashAreGivenBackAtTheNextStart) {
   const auto before = mapping();
   constexpr std::uint8_t spare = 97;
   const xcb_keysym_t keysyms[] = {0xe9, 0xe9};
+  const std::uint32_t words[] = {spare, keysyms[0]};
   xcb_change_keyboard_mapping(client_.xcb(), 1, spare, 2, keysyms);
-  const std::string name = "_QUILLBOX_LENT_KEYS";
-  const XcbPointer<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
-      client_.xcb(), xcb_intern_atom(client_.xcb(), 0, name.size(), name.data()), nullptr));
-  xcb_change_property(client_.xcb(), XCB_PROP_MODE_REPLACE, client_.root(), atom->atom,
-                      XCB_ATOM_CARDINAL, 8, 1, &spare);
+  xcb_change_property(client_.xcb(), XCB_PROP_MODE_REPLACE, client_.root(), lentKeysProperty(),
+                      XCB_ATOM_CARDINAL, 32, 2, words);
   client_.sync();
   ASSERT_NE(mapping(), before);
   const InputUnderTest next(server_.display());

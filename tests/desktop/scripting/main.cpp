@@ -27,7 +27,6 @@ int main(int argc, char* argv[]) {
   home.write(".config/mimeapps.list",
              "[Default Applications]\ninode/directory=org.test.files.desktop\n");
   qputenv("HOME", home.path().c_str());
-  qputenv("XDG_DATA_DIRS", "/nonexistent");
   for (const char* name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS"}) {
     qunsetenv(name);
   }
@@ -36,6 +35,8 @@ int main(int argc, char* argv[]) {
   qputenv("DISPLAY", server.display().c_str());
   const qb::test::Program windowManager =
       qb::test::startWindowManager(server.display(), qb::test::WindowManagerKeys::None);
+  // The window manager has its themes there.
+  qputenv("XDG_DATA_DIRS", "/nonexistent");
   const QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
   return RUN_ALL_TESTS();
