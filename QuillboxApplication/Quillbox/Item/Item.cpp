@@ -2,12 +2,15 @@
 
 #include "Quillbox/Item/DecorationMenu.h"
 #include "Quillbox/Item/DraggingItem.h"
+#include "Quillbox/Item/HotKeyEntry.h"
 #include "Quillbox/Item/ItemView.h"
 #include "Quillbox/activation/MenuItemTags.h"
 #include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/managers/DecorationManager.h"
 #include "Quillbox/managers/ImageManager.h"
 #include "Quillbox/rows/TabRow.h"
+#include "Quillbox/windows/SetHotKeyWindowController.h"
+#include "QuillboxCommon/Format.h"
 #include "QuillboxCommon/views/Animation.h"
 #include "QuillboxCommon/views/RoundedRectangleView.h"
 
@@ -18,6 +21,7 @@ namespace {
 /// The rest on an item after which its view pops up.
 constexpr TimeInterval usualPopUpDelay = 0.5;
 constexpr double dimmedAlpha = 0.25;
+constexpr TimeInterval clearedNoticeDuration = 1;
 /// Badges have their size in relation to this one.
 constexpr Size sizeOfDecoratedImage{128, 128};
 
@@ -139,6 +143,9 @@ Item::MenuItems Item::configureMenuItems() {
     items.back()->setTag(MenuItemTagDecorate);
     items.back()->setSubmenu(getDecorationMenu());
   }
+  items.push_back(createHotKeyEntry(hotKeyIdentifier(),
+                                    menuAction("setHotKeySelected", &Item::setHotKeySelected),
+                                    menuAction("clearHotKey", &Item::clearHotKey)));
   if (removable_) {
     items.push_back(MenuItem::create(
         "Remove from Tab Row....",
@@ -154,6 +161,18 @@ std::shared_ptr<Menu> Item::getDecorationMenu() {
 void Item::menuTrackingWillBegin(Menu& /*menu*/) { DecorationMenu::menuTrackingWillBegin(); }
 
 void Item::menuTrackingDidFinish(Menu& /*menu*/) { DecorationMenu::menuTrackingDidFinish(); }
+
+void Item::setHotKeySelected(MenuItem& /*menuItem*/) {
+  SetHotKeyWindowController(*quillbox, stringWithFormat("Please define the Hot Key for %@:", name_),
+                            hotKeyIdentifier())
+      .runModal();
+  quillbox->maintainItemHotKeys();
+}
+
+void Item::clearHotKey(MenuItem& /*menuItem*/) {
+  quillbox->clearItemHotKey(*this);
+  quillbox->displayQuillboxNotification("Hot Key Cleared", clearedNoticeDuration);
+}
 
 void Item::removeItemFromTabRowSelected(MenuItem& /*menuItem*/) {
   if (const auto row = tabRow()) row->removeItemFromTabRow(shared_from_this(), true);

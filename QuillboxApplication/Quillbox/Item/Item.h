@@ -237,6 +237,9 @@ class Item : public std::enable_shared_from_this<Item>, public MenuItemTarget {
   // Actions of its menu.
   /// Nothing: the submenu does it.
   void decorate(MenuItem& /*menuItem*/) {}
+  /// Asks the user for its hot key.
+  void setHotKeySelected(MenuItem& menuItem);
+  void clearHotKey(MenuItem& menuItem);
   /// Takes it from its row, if the user confirms.
   void removeItemFromTabRowSelected(MenuItem& menuItem);
 

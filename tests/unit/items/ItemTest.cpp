@@ -45,7 +45,6 @@ TEST_F(ItemTest, HasItsDefaults) {
   EXPECT_FALSE(item->getBaseIconImage());
   EXPECT_EQ(item->tabRow(), nullptr);
   EXPECT_FALSE(item->representedObject().has_value());
-  EXPECT_TRUE(item->configureMenuItems().empty());
   EXPECT_FALSE(item->canReceiveCurrentDragOperation());
 }
 
