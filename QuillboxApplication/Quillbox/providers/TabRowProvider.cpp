@@ -6,6 +6,7 @@
 #include "Platform/Trash.h"
 #include "Quillbox/Item/Item.h"
 #include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/providers/ItemMove.h"
 #include "Quillbox/rows/TabRow.h"
 #include "QuillboxCommon/views/Animation.h"
 
@@ -60,6 +61,10 @@ void TabRowProvider::recycleURLs(std::vector<std::string> paths) {
           row->itemsHaveChangedWithMaintainSelection(false, false);
         }
       });
+}
+
+bool TabRowProvider::moveItem(Item& item, const std::string& toFolderAtPath) {
+  return moveItemToFolder(item, toFolderAtPath, {});
 }
 
 void TabRowProvider::addItem(std::shared_ptr<Item> item) {

@@ -143,8 +143,8 @@ class TabRowProvider : public std::enable_shared_from_this<TabRowProvider>, publ
   /// Moves files to the trash, for those who override the above. Later the user is told what could
   /// not go, and the row has its items made anew either way.
   void recycleURLs(std::vector<std::string> paths);
-  /// Moves the item's file into a folder.
-  virtual bool moveItem(Item& /*item*/, const std::string& /*toFolderAtPath*/) { return false; }
+  /// Moves the item's file into a folder; see `moveItemToFolder`.
+  virtual bool moveItem(Item& item, const std::string& toFolderAtPath);
   virtual bool confirmProviderChange() { return true; }
   virtual bool confirmDeletion() { return true; }
 
