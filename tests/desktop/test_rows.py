@@ -20,7 +20,10 @@ class RowTestCase(DesktopTestCase):
 
     def start_program(self):
         super().start_program()
-        # The notice of the launch would pass for a menu.
+        self.wait_notice()
+
+    def wait_notice(self):
+        """The notice of the launch would pass for a menu."""
         self.assertTrue(self.desktop.wait_until(self.menus), "no notice tells of the launch")
         self.notice = self.menus()
 

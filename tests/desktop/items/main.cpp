@@ -1,0 +1,93 @@
+// The resident program with one more row, above all others: three grey items, "Item 0" to "Item 2"
+// by name and identity, as a user could have made them. Says "invoked NAME".
+#include <QApplication>
+#include <clocale>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "Platform/Graphics.h"
+#include "PlatformDesktop/DesktopPlatform.h"
+#include "PlatformDesktop/StandardErrorLog.h"
+#include "Quillbox/Item/CustomItem.h"
+#include "Quillbox/activation/AppDelegate.h"
+#include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/providers/TabRowProvider.h"
+#include "Quillbox/rows/HostView.h"
+#include "QuillboxCommon/Log.h"
+#include "QuillboxCommon/views/Canvas.h"
+
+namespace {
+
+constexpr qb::Size pictureSize{128, 128};
+constexpr qb::Color grey = qb::Color::colorWithCalibratedRed(0.5, 0.5, 0.5, 1);
+constexpr int numberOfItems = 3;
+
+class GreyItem : public qb::CustomItem {
+ public:
+  static std::shared_ptr<GreyItem> create(const qb::Rect& frame, const std::string& name) {
+    std::shared_ptr<GreyItem> item(new GreyItem(frame, name));
+    item->setRemovable(true);
+    item->setImage(item->getBaseIconImage());
+    return item;
+  }
+  bool configurable() const override { return true; }
+  bool decorateable() const override { return true; }
+  qb::Image getBaseIconImage() const override {
+    return qb::quillbox->platform().graphics().imageWithSize(pictureSize, [](qb::Canvas& canvas) {
+      canvas.fill(qb::Rect{{0, 0}, pictureSize}, grey);
+    });
+  }
+  void invoke() override { qb::log("invoked " + name()); }
+
+ private:
+  GreyItem(const qb::Rect& frame, const std::string& name)
+      : CustomItem(frame,
+                   qb::PropertyList::dictionary({{"Item Name", name}, {"Item Unique ID", name}})) {}
+};
+
+class GreyProvider : public qb::TabRowProvider {
+ public:
+  GreyProvider() {
+    for (int number = 0; number < numberOfItems; ++number) {
+      names_.push_back("Item " + std::to_string(number));
+    }
+  }
+  std::string name() const override { return "Grey Items"; }
+  std::int64_t numberOfItems() override { return static_cast<std::int64_t>(names_.size()); }
+  void createItemsWithSize(qb::Size size) override {
+    for (const std::string& name : names_) addItem(GreyItem::create({{0, 0}, size}, name));
+  }
+  bool removeItemFromTabRow(qb::Item& item, bool /*confirmation*/) override {
+    std::erase(names_, item.name());
+    return true;
+  }
+
+ private:
+  std::vector<std::string> names_;
+};
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+  const qb::StandardErrorLog log;
+  qputenv("QT_NO_GLIB", "1");
+  QApplication application(argc, argv);
+  std::setlocale(LC_NUMERIC, "C");
+  QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setApplicationName("quillbox");
+  auto created = qb::DesktopPlatform::create();
+  if (const auto* error = std::get_if<qb::DesktopPlatformError>(&created)) {
+    qb::log(error->message);
+    return 4;
+  }
+  auto& platform = *std::get<std::unique_ptr<qb::DesktopPlatform>>(created);
+  const auto delegate = qb::AppDelegate::create(platform);
+  delegate->applicationDidFinishLaunching();
+  delegate->hostView()->createTabRowAtIndex(0, std::make_shared<GreyProvider>(), true);
+  qb::log("Quillbox is ready");
+  QApplication::exec();
+  delegate->applicationWillTerminate();
+  return 0;
+}

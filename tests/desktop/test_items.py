@@ -1,0 +1,237 @@
+"""Items under the hand: decorations, hot keys and removal by their menus."""
+
+import plistlib
+import unittest
+
+from harness import TOOLS
+from harness.panel import Panel
+from test_rows import RowTestCase
+
+CONTROL_ALT_T = (17, 0x40000 | 0x80000)
+GREY = "808080"
+RED_TINT = ((255, 128, 128), 0.33)
+# The menu of decorations: its own edge, a heading, the badges, a separator, a heading, the tints.
+MENU_EDGE = 5
+HEADING = 16
+GRID_WIDTH = 280
+TINTS_HEIGHT = 50
+FIRST_CELL = 30
+CELL_DISTANCE = 44
+
+
+def parts_of(colour):
+    return [int(colour[at : at + 2], 16) for at in (0, 2, 4)]
+
+
+def tinted(colour, tint):
+    other, alpha = tint
+    return [part * (1 - alpha) + one * alpha for part, one in zip(parts_of(colour), other)]
+
+
+class ItemTestCase(RowTestCase):
+    """What all of them do."""
+
+    def decorations_path(self):
+        return self.desktop.home / "Library/Preferences/com.vorlane.quillbox.decorations"
+
+    def decorations(self):
+        path = self.decorations_path()
+        return plistlib.loads(path.read_bytes()) if path.exists() else {}
+
+    def wait_tinted(self, position, colour, tint):
+        expected = tinted(colour, tint)
+
+        def shows():
+            seen = parts_of(self.probe.pixel(position))
+            return all(abs(one - other) <= 3 for one, other in zip(seen, expected))
+
+        self.assertTrue(
+            self.desktop.wait_until(shows), f"{self.probe.pixel(position)}, not {expected}"
+        )
+
+    def open_item_menu(self, halo, icon):
+        self.assert_changes(halo, lambda: self.probe.move(icon), "the pointer does not select")
+        self.probe.click(icon, 3)
+        return self.wait_menu()
+
+    def wait_until_menus_close(self):
+        self.assertTrue(self.desktop.wait_until(lambda: not self.menus()), "the menu stays")
+
+
+class GreyItems(ItemTestCase):
+    """Above the applications is a row of grey items that can be decorated and removed."""
+
+    def start_program(self):
+        self.program = self.desktop.start([TOOLS / "itempanel"])
+        self.desktop.program = self.program
+        self.assertTrue(self.desktop.wait_until_ready(), "the program does not get ready")
+        self.wait_notice()
+        self.panel = Panel(self.probe, self.probe.size(), 3)
+
+    def icon(self, index):
+        return self.panel.icon(index, 0, 2)
+
+    def badge_area(self, index):
+        """The lower right quarter of an icon."""
+        x, y = self.icon(index)
+        return (x + 2, y + 2, 34, 34)
+
+    def open_menu(self, index):
+        return self.open_item_menu(self.panel.halo(index, 0, 2), self.icon(index))
+
+    def open_decorations(self, index):
+        """Answers where the menu with the grids is."""
+        menu = self.open_menu(index)
+        # The last entry.
+        self.probe.tap("Up")
+        self.probe.tap("Right")
+        both = self.desktop.wait_until(lambda: len(self.menus()) == 2)
+        self.assertTrue(both, "the decorations do not open")
+        return next(area for area in self.menus() if area != menu)
+
+    def cell(self, menu, column, y):
+        left, _, width, _ = menu
+        return (left + (width - GRID_WIDTH) // 2 + FIRST_CELL + column * CELL_DISTANCE, y)
+
+    def badge(self, menu, column, row):
+        top = menu[1] + MENU_EDGE + HEADING
+        return self.cell(menu, column, top + FIRST_CELL + row * CELL_DISTANCE)
+
+    def tint(self, menu, number):
+        """From 0 to 4, and 5 for none."""
+        bottom = menu[1] + menu[3] - MENU_EDGE
+        return self.cell(menu, number, bottom - TINTS_HEIGHT + FIRST_CELL)
+
+
+class Decorations(GreyItems):
+    def test_a_badge_shows_at_once_on_its_item_alone_and_is_kept(self):
+        self.open_by_corner()
+        self.assertTrue(self.probe.wait_pixel(self.icon(1), GREY))
+        menu = self.open_decorations(1)
+        self.probe.remember("neighbour", self.badge_area(2))
+        self.assert_changes(
+            self.badge_area(1),
+            lambda: self.probe.click(self.badge(menu, 2, 1)),
+            "no badge comes to the item",
+        )
+        self.wait_until_menus_close()
+        self.assertTrue(self.panel_window_is_up(), "the panel has gone with the menu")
+        self.assertTrue(self.probe.wait_same("neighbour"), "another item is decorated too")
+        self.assertEqual(list(self.decorations()["BadgeNames"]), ["Item 1"])
+
+    def test_a_tint_colours_the_picture_until_it_is_taken_off(self):
+        self.open_by_corner()
+        self.assertTrue(self.probe.wait_pixel(self.icon(0), GREY))
+        self.probe.click(self.tint(self.open_decorations(0), 0))
+        self.wait_tinted(self.icon(0), GREY, RED_TINT)
+        self.wait_until_menus_close()
+        self.assertEqual(self.decorations()["TintNames"], {"Item 0": "Red"})
+        # The items have been made anew, and the pointer has left them.
+        self.probe.move(self.panel.beside_row)
+        self.probe.click(self.tint(self.open_decorations(0), 5))
+        self.assertTrue(self.probe.wait_pixel(self.icon(0), GREY), "the tint stays")
+        self.wait_until_menus_close()
+        self.assertEqual(self.decorations()["TintNames"], {})
+
+    def test_the_cell_under_the_pointer_lights_up(self):
+        self.open_by_corner()
+        x, y = self.badge(self.open_decorations(0), 1, 1)
+        self.assert_changes(
+            (x - 18, y - 18, 36, 36),
+            lambda: self.probe.move((x, y)),
+            "the cell does not light up",
+        )
+        self.probe.tap("Escape")
+        self.probe.tap("Escape")
+        self.wait_until_menus_close()
+
+
+class Removal(GreyItems):
+    def test_the_menu_takes_an_item_away(self):
+        self.open_by_corner()
+        third = self.icon(2)
+        self.assertTrue(self.probe.wait_pixel(third, GREY))
+        self.open_menu(1)
+        # The second entry, after that for the hot key.
+        self.probe.tap("Down")
+        self.probe.tap("Down")
+        self.probe.remember("third", (third[0] - 20, third[1] - 20, 40, 40))
+        self.probe.tap("Return")
+        self.assertTrue(self.probe.wait_change("third"), "the item stays")
+        self.assertTrue(self.probe.wait_pixel(self.icon(1), GREY))
+
+
+class DecoratedApplications(ItemTestCase):
+    starts_program = False
+
+    def test_an_application_shows_its_tint_from_the_start(self):
+        path = self.decorations_path()
+        path.parent.mkdir(parents=True, exist_ok=True)
+        entry = self.desktop.home / ".local/share/applications/Alpha.desktop"
+        path.write_bytes(plistlib.dumps({"TintNames": {str(entry): "Red"}, "BadgeNames": {}}))
+        self.start_program()
+        self.open_by_corner()
+        # Alpha was in front before Gamma.
+        self.assertTrue(self.probe.wait_pixel(self.panel.icon(0), self.gamma.colour))
+        self.wait_tinted(self.panel.icon(1), self.alpha.colour, RED_TINT)
+
+
+class HotKeys(ItemTestCase):
+    """The panel stays up while the user is in a menu or in the dialog."""
+
+    def alpha_path(self):
+        return str(self.desktop.home / ".local/share/applications/Alpha.desktop")
+
+    def open_alphas_menu(self):
+        self.open_by_corner()
+        self.open_item_menu(self.panel.halo(1), self.panel.icon(1))
+
+    def wait_hot_keys(self, expected):
+        self.desktop.wait_until(lambda: self.desktop.read_hot_keys() == expected)
+        self.assertEqual(self.desktop.read_hot_keys(), expected)
+
+    def close_panel(self):
+        self.probe.tap("Escape")
+        self.assert_panel_gone()
+        self.assert_input_is_free()
+
+    def dialog_is_up(self):
+        """It is wider than any menu of an item, and not as high as the panel."""
+        return any(area[2] > 300 for area in self.menus())
+
+    def record(self, hot_keys):
+        """The dialog listens soon after it shows; before that the keys would be lost."""
+        self.assertTrue(self.desktop.wait_until(self.dialog_is_up), "no dialog opens")
+        for _ in range(5):
+            self.probe.tap("Control_L", "Alt_L", "t")
+            if self.desktop.wait_until(lambda: self.desktop.read_hot_keys() == hot_keys, 3):
+                return
+        self.fail(f"{self.desktop.read_hot_keys()} is recorded")
+
+    def test_the_menu_of_an_application_gives_it_one(self):
+        self.open_alphas_menu()
+        # The only entry.
+        self.probe.tap("Down")
+        self.probe.tap("Return")
+        self.record({self.alpha_path(): CONTROL_ALT_T})
+        self.probe.tap("Return")
+        closed = self.desktop.wait_until(lambda: not self.dialog_is_up())
+        self.assertTrue(closed, "the dialog stays")
+        self.close_panel()
+        start = len(self.gamma.events)
+        self.probe.tap("Control_L", "Alt_L", "t")
+        self.assert_active("Alpha")
+        self.assertNotIn("press t", self.gamma.events[start:])
+
+    def test_the_menu_takes_it_away(self):
+        self.desktop.write_hot_keys({self.alpha_path(): CONTROL_ALT_T})
+        self.open_alphas_menu()
+        # Into the submenu: the tile, then "Clear Hot Key".
+        for key in ("Down", "Right", "Down", "Return"):
+            self.probe.tap(key)
+        self.wait_until_menus_close()
+        self.wait_hot_keys({})
+
+
+if __name__ == "__main__":
+    unittest.main()
