@@ -22,7 +22,7 @@ namespace {
 
 constexpr qb::Size pictureSize{128, 128};
 constexpr qb::Color grey = qb::Color::colorWithCalibratedRed(0.5, 0.5, 0.5, 1);
-constexpr int numberOfItems = 3;
+constexpr int greyItemCount = 3;
 
 class GreyItem : public qb::CustomItem {
  public:
@@ -50,7 +50,7 @@ class GreyItem : public qb::CustomItem {
 class GreyProvider : public qb::TabRowProvider {
  public:
   GreyProvider() {
-    for (int number = 0; number < numberOfItems; ++number) {
+    for (int number = 0; number < greyItemCount; ++number) {
       names_.push_back("Item " + std::to_string(number));
     }
   }
