@@ -105,12 +105,11 @@ TEST_F(ItemConfigureMenuTest, TrackingGivesTheHeadingsOfTheDecorationTheirLook) 
 }
 
 TEST_F(ItemConfigureMenuTest, RemovalIsConfirmedByTheRowsProvider) {
-  makeOpenRow(2);
-  auto& removed = provider->item(0);
-  removed.setRemovable(true);
+  item->setRemovable(true);
+  item->setTabRow(host().tabRows().front());
   provider->log.clear();
-  removed.configureMenuItems().back()->performAction();
-  EXPECT_EQ(countOf(provider->log, "removeItem item0 with confirmation"), 1);
+  choose("Remove from Tab Row....");
+  EXPECT_EQ(countOf(provider->log, "removeItem Letters with confirmation"), 1);
 }
 
 TEST_F(ItemConfigureMenuTest, RemovalOfAnItemOfNoRowDoesNothing) {

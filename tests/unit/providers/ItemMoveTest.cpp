@@ -84,6 +84,7 @@ TEST_F(ItemMoveTest, ReplacingIsAskedAbout) {
 }
 
 TEST_F(ItemMoveTest, TheDropboxHasAQuestionOfItsOwn) {
+  files().makeFolder(dropbox);
   files().putRaw(dropbox + "/letter.txt", "old");
   platform.dialogs().answerAlert("Replace");
   EXPECT_TRUE(moveItemToFolder(*item(), dropbox, dropbox));
