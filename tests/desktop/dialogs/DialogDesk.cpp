@@ -74,7 +74,9 @@ void DialogDesk::goOn() {
     deadline_ = loop.now() + longestStep;
     step.action();
   } else if (loop.now() > deadline_) {
-    ADD_FAILURE() << "waits for ever: " << (steps_.empty() ? "to close" : steps_.front().what);
+    ADD_FAILURE() << "waits for ever: " << (steps_.empty() ? "to close" : steps_.front().what)
+                  << "; the focus is with " << focusOwner() << ", the dialog is "
+                  << (dialog() ? idOf(*dialog()) : 0) << ", the client " << client.window();
     steps_.clear();
     dialogs.abortModal();
   }

@@ -237,8 +237,13 @@ TEST_F(DialogsTest, ItIsMovedByItsTitleBar) {
     client.movePointer(grip.x() + 40, grip.y() + 60);
     client.button(1, false);
   });
+  const auto letGo = shown();
   when(
-      "moved", [&] { return dialog()->pos() != before; },
+      "moved and let go",
+      [&] {
+        return letGo() && dialog()->pos() != before &&
+               QGuiApplication::mouseButtons() == Qt::NoButton;
+      },
       [&] {
         const double scale = dialog()->devicePixelRatioF();
         EXPECT_EQ(dialog()->pos() - before, QPoint(40, 60) / scale);
