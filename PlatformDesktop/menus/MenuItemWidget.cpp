@@ -1,5 +1,7 @@
 #include "PlatformDesktop/menus/MenuItemWidget.h"
 
+#include <QCursor>
+#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -88,6 +90,16 @@ void MenuItemWidget::setHighlighted(bool highlighted) {
   update();
 }
 
+void MenuItemWidget::showWithin(const QRect& area) {
+  if (area.contains(rect())) {
+    clearMask();
+    return;
+  }
+  const QRect shown = area & rect();
+  // For Qt an empty mask is none.
+  setMask(shown.isEmpty() ? QRect(-1, -1, 1, 1) : shown);
+}
+
 QSize MenuItemWidget::sizeHint() const { return MenuLook::sizeOfView(*view_); }
 
 QSize MenuItemWidget::viewSize() const {
@@ -121,16 +133,22 @@ void MenuItemWidget::paintEvent(QPaintEvent* event) {
 }
 
 void MenuItemWidget::deliver(EventType type, const QMouseEvent& event) {
-  const QPointF point = event.position() - viewOrigin();
+  deliverAt(event.position(), type, event.modifiers());
+}
+
+void MenuItemWidget::deliverAt(QPointF place, EventType type, Qt::KeyboardModifiers modifiers) {
+  const QPointF point = place - viewOrigin();
   Event ours;
   ours.type = type;
-  ours.flags = eventFlags(event.modifiers());
+  ours.flags = eventFlags(modifiers);
   ours.location = {point.x(), window_->frame().height() - point.y()};
   ours.clickCount = type == EventTypeMouseMoved ? 0 : 1;
   window_->deliver(ours);
 }
 
+// The view may have come under a resting pointer: what is pressed there is what is highlighted.
 void MenuItemWidget::mousePressEvent(QMouseEvent* event) {
+  deliver(EventTypeMouseMoved, *event);
   deliver(event->button() == Qt::RightButton ? EventTypeRightMouseDown : EventTypeLeftMouseDown,
           *event);
 }
@@ -148,5 +166,13 @@ void MenuItemWidget::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void MenuItemWidget::leaveEvent(QEvent*) { window_->pointerLeft(); }
+
+// The menu scrolls.
+void MenuItemWidget::moveEvent(QMoveEvent*) {
+  if (underMouse()) {
+    deliverAt(mapFromGlobal(QCursor::pos()), EventTypeMouseMoved,
+              QGuiApplication::keyboardModifiers());
+  }
+}
 
 }  // namespace qb

@@ -22,6 +22,8 @@ class MenuItemWidget : public QWidget {
   bool takesMouse() const { return takesMouse_; }
   /// Shows the menu's own highlight behind a view that leaves it to the menu.
   void setHighlighted(bool highlighted);
+  /// Neither shows nor takes the mouse outside of `area`, which is in its own coordinates.
+  void showWithin(const QRect& area);
 
   QSize sizeHint() const override;
 
@@ -32,6 +34,7 @@ class MenuItemWidget : public QWidget {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void leaveEvent(QEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
 
  private:
   class Peer;
@@ -39,6 +42,8 @@ class MenuItemWidget : public QWidget {
   QSize viewSize() const;
   QPoint viewOrigin() const;
   void deliver(EventType type, const QMouseEvent& event);
+  /// `place` is in the widget's own coordinates.
+  void deliverAt(QPointF place, EventType type, Qt::KeyboardModifiers modifiers);
 
   std::shared_ptr<View> view_;
   TextCache& texts_;

@@ -11,7 +11,6 @@ namespace qb {
 
 namespace {
 
-constexpr int scrollerHeight = 18;
 /// Milliseconds that the pointer rests on an item until its submenu opens.
 constexpr int submenuDelay = 225;
 
@@ -22,11 +21,14 @@ const MenuItem* itemBeingStyled(const QWidget* widget) {
 
 void drawScroller(const QStyleOption& option, QPainter& painter) {
   const MenuColors& colors = MenuColors::current();
-  const QRect inner = option.rect.adjusted(1, 1, -1, -1);
-  painter.fillRect(inner, colors.background);
+  const bool pointsDown = option.state.testFlag(QStyle::State_DownArrow);
+  // No item peeps out in the margin beyond.
+  const int margin = MenuLook::menuMargin - 1;
+  painter.fillRect(option.rect.adjusted(0, pointsDown ? 0 : -margin, 0, pointsDown ? margin : 0),
+                   colors.background);
   painter.setRenderHint(QPainter::Antialiasing);
-  const double height = (option.state & QStyle::State_DownArrow) ? 3 : -3;
-  const QPointF center = QRectF(inner).center();
+  const double height = pointsDown ? 3 : -3;
+  const QPointF center = QRectF(option.rect).center();
   QPainterPath arrow(center + QPointF(-5, -height / 2));
   arrow.lineTo(center + QPointF(0, height));
   arrow.lineTo(center + QPointF(5, -height / 2));

@@ -7,6 +7,10 @@ namespace qb {
 /// Has Qt's menus look as MenuLook says. Only for MenuWidget.
 class MenuStyle : public QProxyStyle {
  public:
+  /// Of each of the arrows by which a menu scrolls that is higher than the screen; the menu's
+  /// margin beyond it belongs to it.
+  static constexpr int scrollerHeight = 18;
+
   MenuStyle();
 
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,

@@ -9,6 +9,7 @@
 
 #include "PlatformDesktop/graphics/QtConversions.h"
 #include "PlatformDesktop/menus/MenuItemWidget.h"
+#include "PlatformDesktop/menus/MenuLook.h"
 #include "PlatformDesktop/menus/MenuStyle.h"
 
 namespace qb {
@@ -228,6 +229,27 @@ void MenuWidget::keepOnScreen() {
        std::clamp(y(), room.top(), std::max(room.top(), room.bottom() + 1 - height())));
 }
 
+// Scrolling.
+
+QRect MenuWidget::itemArea() const {
+  QRect area = rect();
+  if (entries_.empty()) return area;
+  const int arrow = MenuStyle::scrollerHeight + MenuLook::menuMargin;
+  const int top = actionGeometry(entries_.front().action.get()).top();
+  const int bottom = actionGeometry(entries_.back().action.get()).bottom() + 1;
+  if (top < MenuLook::menuMargin) area.setTop(arrow);
+  if (bottom - MenuLook::menuMargin > height()) area.setBottom(height() - 1 - arrow);
+  return area;
+}
+
+// Qt puts the widgets of views on top of its own arrows.
+void MenuWidget::keepViewsOffArrows() {
+  const QRect area = itemArea();
+  for (const Entry& entry : entries_) {
+    if (entry.view) entry.view->showWithin(area.translated(-entry.view->pos()));
+  }
+}
+
 // Highlight.
 
 void MenuWidget::noteHighlightedItem() {
@@ -257,21 +279,23 @@ bool MenuWidget::event(QEvent* event) {
     event->accept();
     return true;
   }
+  // Whatever has moved the items is painted next.
+  if (event->type() == QEvent::UpdateRequest) keepViewsOffArrows();
   const bool answer = QMenu::event(event);
+  if (event->type() == QEvent::Show) keepViewsOffArrows();
   if (surroundings_ && changesState(event->type())) surroundings_->stateMayHaveChanged();
   return answer;
 }
 
-// Views that take the mouse keep its moves from the menu.
+// Views that take the mouse keep its moves from the menu. It gets them as its own: to highlight an
+// item by itself would scroll that into the middle, away from the pointer.
 bool MenuWidget::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Enter || event->type() == QEvent::MouseMove) {
-    for (const Entry& entry : entries_) {
-      if (entry.view != watched || !entry.item->isEnabled()) continue;
-      if (activeAction() == entry.action.get()) break;
-      setActiveAction(entry.action.get());
-      if (surroundings_) surroundings_->stateMayHaveChanged();
-      break;
-    }
+  if (event->type() == QEvent::MouseMove) {
+    const auto& move = static_cast<const QMouseEvent&>(*event);
+    QMouseEvent own(QEvent::MouseMove, mapFromGlobal(move.globalPosition()), move.globalPosition(),
+                    move.button(), move.buttons(), move.modifiers());
+    mouseMoveEvent(&own);
+    if (surroundings_) surroundings_->stateMayHaveChanged();
   }
   return QMenu::eventFilter(watched, event);
 }

@@ -71,6 +71,9 @@ class MenuWidget : public QMenu {
   QAction* actionFrom(std::size_t index) const;
   bool isOnViewWithMouse() const;
   void keepOnScreen();
+  /// What shows items: all but the arrows by which it scrolls.
+  QRect itemArea() const;
+  void keepViewsOffArrows();
 
   std::shared_ptr<Menu> menu_;
   Surroundings* surroundings_;

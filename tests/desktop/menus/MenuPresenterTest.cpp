@@ -6,7 +6,6 @@
 #include "Platform/KeyCodes.h"
 #include "PlatformDesktop/graphics/DesktopGraphics.h"
 #include "PlatformDesktop/session/DesktopApplicationControl.h"
-#include "QuillboxCommon/views/GridView.h"
 #include "QuillboxCommon/views/LabelView.h"
 #include "QuillboxCommon/views/MenuItemView.h"
 #include "QuillboxCommon/views/RoundedRectangleView.h"
@@ -279,64 +278,6 @@ TEST_F(MenuPresenterTest, AMenuThatOutgrowsTheScreenScrolls) {
       "last highlighted", [&] { return isHighlighted(*menu->items().back()); },
       [&] { menu->cancelTracking(); });
   popUp();
-}
-
-class GridChoice : public GridViewDelegate {
- public:
-  explicit GridChoice(Menu& menu) : menu_(menu) {}
-  void itemWasSelected(GridViewItem& item, GridView&) override {
-    chosen = std::any_cast<std::string>(item.userInfo);
-    menu_.cancelTracking();
-  }
-  void itemWillBeHighlighted(GridViewItem&, GridView&) override {}
-  std::string chosen;
-
- private:
-  Menu& menu_;
-};
-
-TEST_F(MenuPresenterTest, AGridInAnItemFollowsThePointerAndTakesTheClick) {
-  const auto item = add("Grid");
-  const auto grid = std::make_shared<GridView>(Rect::make(0, 0, 120, 60));
-  const auto choice = std::make_shared<GridChoice>(*menu);
-  grid->setDelegate(choice);
-  grid->setGeometry({1, 2, 15, 15, {-5, -5}});
-  std::vector<std::shared_ptr<GridViewItem>> cells;
-  for (const char* name : {"left", "right"}) {
-    auto cell = std::make_shared<RoundedRectangleView>(Rect::make(0, 0, 30, 30));
-    cell->setBackgroundColor(Color::colorWithCalibratedRed(0.9, 0.5, 0.2, 1));
-    cells.push_back(std::make_shared<GridViewItem>(GridViewItem{cell, std::string(name)}));
-  }
-  auto highlight = std::make_shared<RoundedRectangleView>(Rect::make(0, 0, 40, 40));
-  highlight->setRenderBorder(true);
-  highlight->setBorderWidth(3);
-  highlight->setRenderBackground(false);
-  highlight->setBorderColor(Color::colorWithCalibratedRed(0, 0.7, 1, 1));
-  grid->setContentItems(cells, highlight);
-  item->setView(grid);
-  // The right cell stands 30 points from the middle.
-  const auto at = [&](double points) {
-    const QPoint center = centerOf(*item).value();
-    user.movePointer(center.x() + static_cast<int>(points * scale()), center.y());
-  };
-  when("shown", shown(), [&] { at(-30); });
-  when(
-      "left cell", [&] { return grid->highlightedItem() == cells[0]; },
-      [&] {
-        EXPECT_TRUE(isHighlighted(*item));
-        EXPECT_FALSE(highlight->isHidden());
-        at(30);
-      });
-  when(
-      "right cell", [&] { return grid->highlightedItem() == cells[1]; },
-      [&] {
-        shoot("grid");
-        presenter.keyDown(key(KeyCodeReturn));
-        click();
-      });
-  EXPECT_FALSE(popUp());
-  EXPECT_EQ(choice->chosen, "right");
-  EXPECT_TRUE(highlight->isHidden()) << "the pointer has left with the menu";
 }
 
 TEST_F(MenuPresenterTest, AHeadingIsNotChosenByAClickButAMenuItemViewIs) {
