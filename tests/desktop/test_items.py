@@ -59,7 +59,7 @@ class ItemTestCase(RowTestCase):
 
 
 class GreyItems(ItemTestCase):
-    """Above the applications is a row of grey items that can be decorated and removed."""
+    """Below the applications is a row of grey items that can be decorated and removed."""
 
     def start_program(self):
         self.program = self.desktop.start([TOOLS / "itempanel"])
@@ -69,7 +69,7 @@ class GreyItems(ItemTestCase):
         self.panel = Panel(self.probe, self.probe.size(), 3)
 
     def icon(self, index):
-        return self.panel.icon(index, 0, 2)
+        return self.panel.icon(index, 1, 2)
 
     def badge_area(self, index):
         """The lower right quarter of an icon."""
@@ -77,7 +77,7 @@ class GreyItems(ItemTestCase):
         return (x + 2, y + 2, 34, 34)
 
     def open_menu(self, index):
-        return self.open_item_menu(self.panel.halo(index, 0, 2), self.icon(index))
+        return self.open_item_menu(self.panel.halo(index, 1, 2), self.icon(index))
 
     def open_decorations(self, index):
         """Answers where the menu with the grids is."""
@@ -107,8 +107,10 @@ class Decorations(GreyItems):
     def test_a_badge_shows_at_once_on_its_item_alone_and_is_kept(self):
         self.open_by_corner()
         self.assertTrue(self.probe.wait_pixel(self.icon(1), GREY))
-        menu = self.open_decorations(1)
+        # The menu covers it later.
+        self.wait_still(self.badge_area(2))
         self.probe.remember("neighbour", self.badge_area(2))
+        menu = self.open_decorations(1)
         self.assert_changes(
             self.badge_area(1),
             lambda: self.probe.click(self.badge(menu, 2, 1)),
@@ -117,7 +119,7 @@ class Decorations(GreyItems):
         self.wait_until_menus_close()
         self.assertTrue(self.panel_window_is_up(), "the panel has gone with the menu")
         self.assertTrue(self.probe.wait_same("neighbour"), "another item is decorated too")
-        self.assertEqual(list(self.decorations()["BadgeNames"]), ["Item 1"])
+        self.assertEqual(self.decorations()["BadgeNames"], {"Item 1": "BadgeColorGreen.png"})
 
     def test_a_tint_colours_the_picture_until_it_is_taken_off(self):
         self.open_by_corner()

@@ -1,5 +1,5 @@
-// The resident program with one more row, above all others: three grey items, "Item 0" to "Item 2"
-// by name and identity, as a user could have made them. Says "invoked NAME".
+// The resident program with one more row, below the applications: three grey items, "Item 0" to
+// "Item 2" by name and identity, as a user could have made them. Says "invoked NAME".
 #include <QApplication>
 #include <clocale>
 #include <memory>
@@ -85,6 +85,7 @@ int main(int argc, char* argv[]) {
   auto& platform = *std::get<std::unique_ptr<qb::DesktopPlatform>>(created);
   const auto delegate = qb::AppDelegate::create(platform);
   delegate->applicationDidFinishLaunching();
+  // The program's own row comes a moment later, and on top.
   delegate->hostView()->createTabRowAtIndex(0, std::make_shared<GreyProvider>(), true);
   qb::log("Quillbox is ready");
   QApplication::exec();
