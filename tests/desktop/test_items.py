@@ -10,6 +10,9 @@ from test_rows import RowTestCase
 CONTROL_ALT_T = (17, 0x40000 | 0x80000)
 GREY = "808080"
 RED_TINT = ((255, 128, 128), 0.33)
+# How it is offered, and the ground of a light menu.
+RED_TILE = ((255, 128, 128), 0.8)
+MENU_GROUND = "f7f7f8"
 # The menu of decorations: its own edge, a heading, the badges, a separator, a heading, the tints.
 MENU_EDGE = 5
 HEADING = 16
@@ -146,6 +149,40 @@ class Decorations(GreyItems):
         self.probe.tap("Escape")
         self.probe.tap("Escape")
         self.wait_until_menus_close()
+
+
+class LowScreen(GreyItems):
+    """The menu of decorations is higher than the screen and scrolls."""
+
+    size = (1280, 480)
+
+    def open_scrolling_decorations(self, index):
+        menu = self.open_decorations(index)
+        self.assertLessEqual(menu[3], self.size[1])
+        return menu
+
+    def test_a_badge_that_shows_is_chosen(self):
+        self.open_by_corner()
+        menu = self.open_scrolling_decorations(1)
+        self.assert_changes(
+            self.badge_area(1),
+            lambda: self.probe.click(self.badge(menu, 2, 1)),
+            "no badge comes to the item",
+        )
+        self.wait_until_menus_close()
+        self.assertEqual(self.decorations()["BadgeNames"], {"Item 1": "BadgeColorGreen.png"})
+
+    def test_a_tint_is_reached_by_the_arrow(self):
+        self.open_by_corner()
+        menu = self.open_scrolling_decorations(1)
+        left, top, width, height = menu
+        red = self.tint(menu, 0)
+        self.probe.move((left + width // 2, top + height - 12))
+        self.wait_tinted(red, MENU_GROUND, RED_TILE)
+        self.probe.click(red)
+        self.wait_tinted(self.icon(1), GREY, RED_TINT)
+        self.wait_until_menus_close()
+        self.assertEqual(self.decorations()["TintNames"], {"Item 1": "Red"})
 
 
 class Removal(GreyItems):
