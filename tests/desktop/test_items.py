@@ -200,6 +200,69 @@ class Removal(GreyItems):
         self.assertTrue(self.probe.wait_pixel(self.icon(1), GREY))
 
 
+class ItemMenu(ItemTestCase):
+    """Of applications, whose menu has but the entry of the hot key."""
+
+    # Of the picture, which is 75 wide.
+    picture_radius = 75 // 2
+
+    def point_at(self, index):
+        self.assert_changes(
+            self.panel.halo(index),
+            lambda: self.probe.move(self.panel.icon(index)),
+            "the pointer does not select",
+        )
+
+    def test_a_right_click_opens_it_below_the_icon(self):
+        self.open_by_corner()
+        self.point_at(1)
+        self.probe.click(self.panel.icon(1), 3)
+        x, y, width, _ = self.wait_menu()
+        centre, middle = self.panel.icon(1)
+        self.assertAlmostEqual(x + width / 2, centre, delta=2)
+        self.assertAlmostEqual(y, middle + self.picture_radius + 10, delta=2)
+        self.close_menu()
+
+    def test_a_click_with_control_opens_it(self):
+        self.open_by_corner()
+        self.point_at(1)
+        with self.probe.holding("Control_L"):
+            self.probe.click(self.panel.icon(1))
+            self.wait_menu()
+        self.close_menu()
+        self.assertEqual(self.probe.active(), "Gamma")
+
+    def test_the_configure_button_opens_it_below_itself(self):
+        self.open_by_corner()
+        x, y = self.panel.icon(1)
+        # The halo is 83 wide; the button's middle lies 2 left of its right edge, 3 below its top.
+        button = (x + 41 - 2, y - 41 + 3)
+        self.wait_still(self.around(button))
+        # What of the button lies outside of the halo: that comes first.
+        self.assert_changes(
+            (button[0] + 4, button[1] - 3, 3, 6),
+            lambda: self.probe.move(self.panel.icon(1)),
+            "no configure button",
+        )
+        self.wait_still(self.around(button))
+        self.probe.click(button)
+        left, top, width, _ = self.wait_menu()
+        self.assertAlmostEqual(left + width / 2, button[0], delta=2)
+        self.assertGreater(top, button[1])
+        self.assertLess(top, button[1] + 30)
+        self.close_menu()
+
+    def test_the_click_that_closes_it_does_not_invoke(self):
+        self.open_by_corner()
+        self.point_at(1)
+        self.probe.click(self.panel.icon(1), 3)
+        self.wait_menu()
+        self.probe.click(self.panel.icon(1))
+        self.wait_until_menus_close()
+        self.assertFalse(self.probe.wait_active("Alpha", 0.3))
+        self.assertTrue(self.panel_window_is_up())
+
+
 class DecoratedApplications(ItemTestCase):
     starts_program = False
 
