@@ -76,6 +76,18 @@ ProcessSerialNumber DesktopProcesses::activeProcess() const {
   return numberOfWindow(tracker_.activeWindow());
 }
 
+xcb_window_t DesktopProcesses::activeWindow() const {
+  update();
+  return tracker_.activeWindow();
+}
+
+std::vector<xcb_window_t> DesktopProcesses::windows() const {
+  update();
+  std::vector<xcb_window_t> windows;
+  for (const ManagedWindow& window : tracker_.windows()) windows.push_back(window.id);
+  return windows;
+}
+
 ProcessSerialNumber DesktopProcesses::numberOfWindow(xcb_window_t window) const {
   if (window == 0) return {};
   for (const auto& [key, each] : programs_) {

@@ -44,6 +44,10 @@ class DesktopProcesses : public QObject, public Processes {
   std::vector<ProcessSerialNumber> running() const;
   /// The process that the X server gives the keyboard to; none: the null number.
   ProcessSerialNumber activeProcess() const;
+  /// Its window; 0 when there is none.
+  xcb_window_t activeWindow() const;
+  /// All windows that the window manager knows, this process's too.
+  std::vector<xcb_window_t> windows() const;
   /// Of running ones and of those that have lost their windows.
   bool isTerminated(ProcessSerialNumber number) const;
   std::optional<ProcessInformation> lastInformation(ProcessSerialNumber number) const;

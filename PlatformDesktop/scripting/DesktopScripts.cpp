@@ -61,7 +61,7 @@ class DesktopScripts::Host : public ScriptHost {
     if (!scripts_.applications_.quit(application)) failToGet({application, {}});
   }
   void makeNewDocument(const ScriptApplication& application) override {
-    if (!scripts_.applications_.openAnew(application)) failToGet({application, {}});
+    expectInFront(scripts_.applications_.openAnew(application), application);
   }
 
   void keystroke(const std::string& text, EventFlags modifiers) override {
@@ -116,12 +116,19 @@ class DesktopScripts::Host : public ScriptHost {
   }
 
  private:
+  using Arrival = ScriptApplications::Arrival;
+
   TextTyper& typer() const {
     if (scripts_.typer_ == nullptr) fail(ScriptErrorGeneral, "There is no keyboard.");
     return *scripts_.typer_;
   }
   void bringForward(const ScriptApplication& application) {
-    if (!scripts_.applications_.activate(application)) failToGet({application, {}});
+    expectInFront(scripts_.applications_.activate(application), application);
+  }
+  /// A script that went on would type into another program.
+  static void expectInFront(Arrival arrival, const ScriptApplication& application) {
+    if (arrival == Arrival::None) failToGet({application, {}});
+    if (arrival == Arrival::Late) fail(ScriptErrorTimeout, "AppleEvent timed out.");
   }
   /// Access to this desktop's input is a matter of the product's own preference program.
   bool showPane(const std::string& identifier) {
@@ -129,8 +136,9 @@ class DesktopScripts::Host : public ScriptHost {
         identifier == "com.apple.preference.universalaccess") {
       return scripts_.application_.openPreferences("access");
     }
-    return scripts_.applications_.activate({identifier, true}) ||
-           scripts_.applications_.activate({std::string(settingsIdentifier), true});
+    return scripts_.applications_.activate({identifier, true}) != Arrival::None ||
+           scripts_.applications_.activate({std::string(settingsIdentifier), true}) !=
+               Arrival::None;
   }
 
   DesktopScripts& scripts_;

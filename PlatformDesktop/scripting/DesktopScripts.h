@@ -27,6 +27,7 @@ class DesktopScripts : public Scripts {
 
   /// What types; without one nothing can be typed. Null before it goes.
   void setTyper(TextTyper* typer) { typer_ = typer; }
+  void setPatience(const ScriptPatience& patience) { applications_.setPatience(patience); }
 
   ScriptOutcome executeScript(Script& script) override;
 

@@ -13,8 +13,6 @@ namespace qb {
 namespace {
 
 constexpr std::chrono::milliseconds lookInterval{10};
-constexpr int looksForARunningOne = 200;
-constexpr int looksForAStartedOne = 1000;
 
 /// What the roles are called by scripts.
 constexpr std::pair<std::string_view, std::string_view> roles[] = {
@@ -33,6 +31,23 @@ std::string lowerCase(std::string text) {
   std::transform(text.begin(), text.end(), text.begin(),
                  [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
   return text;
+}
+
+/// Answers whether it came to hold; looks at least once.
+template <class Condition>
+bool waitUntil(const Condition& holds, TimeInterval longest) {
+  using std::chrono::steady_clock;
+  const auto end = steady_clock::now() + std::chrono::duration<double>(longest);
+  while (!holds()) {
+    if (steady_clock::now() >= end) return false;
+    std::this_thread::sleep_for(lookInterval);
+  }
+  return true;
+}
+
+template <class List, class Value>
+bool contains(const List& list, const Value& value) {
+  return std::find(list.begin(), list.end(), value) != list.end();
 }
 
 /// 2 for what the script names, 1 for what merely plays the role of that name, 0 for others.
@@ -87,16 +102,13 @@ const DesktopEntry* ScriptApplications::installed(const ScriptApplication& appli
   return best;
 }
 
-bool ScriptApplications::activate(const ScriptApplication& application) {
+ScriptApplications::Arrival ScriptApplications::activate(const ScriptApplication& application) {
   const ProcessSerialNumber number = running(application);
-  if (number.isNull()) {
-    const DesktopEntry* const entry = installed(application);
-    return entry != nullptr && start(*entry);
-  }
-  if (!processes_.bringForward(number, true)) return false;
-  waitForFront([number](ProcessSerialNumber front) { return front == number; },
-               looksForARunningOne);
-  return true;
+  if (number.isNull()) return openAnew(application);
+  if (!processes_.bringForward(number, true)) return Arrival::None;
+  const bool isThere =
+      waitUntil([&] { return processes_.activeProcess() == number; }, patience_.withRunning);
+  return isThere ? Arrival::InFront : Arrival::Late;
 }
 
 bool ScriptApplications::quit(const ScriptApplication& application) {
@@ -104,31 +116,34 @@ bool ScriptApplications::quit(const ScriptApplication& application) {
   return !number.isNull() && processes_.terminate(number);
 }
 
-bool ScriptApplications::openAnew(const ScriptApplication& application) {
+ScriptApplications::Arrival ScriptApplications::openAnew(const ScriptApplication& application) {
   const DesktopEntry* const entry = installed(application);
-  return entry != nullptr && start(*entry);
+  return entry != nullptr ? start(*entry) : Arrival::None;
 }
 
-bool ScriptApplications::start(const DesktopEntry& entry) {
-  if (!startApplication(entry)) return false;
-  const auto known = processes_.running();
-  waitForFront(
-      [&](ProcessSerialNumber front) {
-        if (std::find(known.begin(), known.end(), front) != known.end()) return false;
-        const auto information = processes_.processInformation(front);
-        return information && information->bundlePath == entry.path;
-      },
-      looksForAStartedOne);
-  return true;
-}
-
-void ScriptApplications::waitForFront(const std::function<bool(ProcessSerialNumber)>& isThere,
-                                      int looks) const {
-  for (int i = 0; i < looks; ++i) {
+/// A program that keeps to one process shows a new window from that one, and one that keeps to one
+/// window just comes forward: it is given some time for a new window nevertheless. What cannot be
+/// told by its window is known by having come with it.
+ScriptApplications::Arrival ScriptApplications::start(const DesktopEntry& entry) {
+  const auto knownWindows = processes_.windows();
+  const auto knownPrograms = processes_.running();
+  if (!startApplication(entry)) return Arrival::None;
+  const auto showsNewWindow = [&] {
+    return !contains(knownWindows, processes_.activeWindow()) && frontIsOf(entry);
+  };
+  const auto isInFront = [&] {
     const ProcessSerialNumber front = processes_.activeProcess();
-    if (!front.isNull() && isThere(front)) return;
-    std::this_thread::sleep_for(lookInterval);
-  }
+    return !front.isNull() && (!contains(knownPrograms, front) || frontIsOf(entry));
+  };
+  const bool isThere =
+      waitUntil(showsNewWindow, std::min(patience_.withRunning, patience_.withStarted)) ||
+      waitUntil(isInFront, patience_.withStarted - patience_.withRunning);
+  return isThere ? Arrival::InFront : Arrival::Late;
+}
+
+bool ScriptApplications::frontIsOf(const DesktopEntry& entry) const {
+  const auto information = processes_.processInformation(processes_.activeProcess());
+  return information && information->bundlePath == entry.path;
 }
 
 bool ScriptApplications::frontIsTerminal() const {

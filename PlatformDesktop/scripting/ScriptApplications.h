@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "PlatformDesktop/processes/ApplicationCatalogue.h"
@@ -9,6 +8,13 @@
 #include "QuillboxCommon/scripting/ScriptHost.h"
 
 namespace qb {
+
+/// How long a script waits for an application to come to the front. It blocks this program, so it
+/// must end.
+struct ScriptPatience {
+  TimeInterval withRunning = 5;
+  TimeInterval withStarted = 20;
+};
 
 /// The applications that scripts speak of: by the names that they have here, or by those of the
 /// roles that the desktop's own programs play ("Finder" is the file manager). Main thread.
@@ -22,25 +28,34 @@ class ScriptApplications {
   /// The bundle identifier that a script means; empty for a name that stands for no role.
   static std::string identifierOf(const ScriptApplication& application);
 
-  /// Brings it to the front, starting it where needed, and waits until it is there; no longer than
-  /// a program may take, though. False when there is none or it cannot be started.
-  bool activate(const ScriptApplication& application);
+  enum class Arrival {
+    InFront,
+    /// Not in front when the patience ended: what is typed now would go elsewhere.
+    Late,
+    /// There is none, or it cannot be started.
+    None,
+  };
+  void setPatience(const ScriptPatience& patience) { patience_ = patience; }
+
+  /// Brings it to the front, starting it where needed, and waits until it is there.
+  Arrival activate(const ScriptApplication& application);
   /// Asks it to quit. False when it does not run.
   bool quit(const ScriptApplication& application);
   /// Starts another instance of it, which opens with something new, and waits as above.
-  bool openAnew(const ScriptApplication& application);
+  Arrival openAnew(const ScriptApplication& application);
   /// Whether who has the keyboard is a terminal, by its desktop entry.
   bool frontIsTerminal() const;
 
  private:
   ProcessSerialNumber running(const ScriptApplication& application) const;
   const DesktopEntry* installed(const ScriptApplication& application) const;
-  bool start(const DesktopEntry& entry);
-  void waitForFront(const std::function<bool(ProcessSerialNumber)>& isThere, int looks) const;
+  Arrival start(const DesktopEntry& entry);
+  bool frontIsOf(const DesktopEntry& entry) const;
 
   ApplicationCatalogue& catalogue_;
   DesktopProcesses& processes_;
   DesktopWorkspace& workspace_;
+  ScriptPatience patience_;
 };
 
 }  // namespace qb

@@ -58,6 +58,24 @@ TEST_F(DesktopScriptsTest, ANewDocumentIsANewInstance) {
   EXPECT_THAT(programs(), SizeIs(2));
 }
 
+TEST_F(DesktopScriptsTest, NothingIsTypedElsewhereWhenItDoesNotComeForward) {
+  const auto plain = startClient("Plain");
+  scripts.setPatience({0.01, 0.02});
+  EXPECT_EQ(errorOf("tell application \"Mute\" to activate\rtell application \"System Events\" to "
+                    "keystroke \"secret\""),
+            "Mute got an error: AppleEvent timed out.");
+  EXPECT_EQ(errorOf(pasteScript), "");
+  EXPECT_TRUE(plain->tells("command v control"));
+  EXPECT_EQ(plain->text(), "");
+}
+
+TEST_F(DesktopScriptsTest, AProgramOfOneWindowIsAskedAgain) {
+  const auto mute = startClient("Mute");
+  scripts.setPatience({0.01, 0.02});
+  EXPECT_EQ(errorOf("tell application \"Mute\" to make new document"), "");
+  EXPECT_THAT(programs(), SizeIs(1));
+}
+
 TEST_F(DesktopScriptsTest, QuittingEndsIt) {
   const auto plain = startClient("Plain");
   EXPECT_EQ(errorOf("tell application \"Plain\" to quit"), "");

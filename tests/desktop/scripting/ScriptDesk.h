@@ -51,7 +51,8 @@ class ScriptClient {
 };
 
 /// Scripts on a desktop with these applications installed: "Plain", "Term", a terminal, "Files",
-/// the file manager, and "Control", the system's settings. All of them are plain windows.
+/// the file manager, and "Control", the system's settings. All of them are plain windows. "Mute" is
+/// one that shows nothing when it is started.
 class ScriptDesk : public ::testing::Test {
  protected:
   ScriptDesk();

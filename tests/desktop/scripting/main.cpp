@@ -8,11 +8,16 @@
 
 namespace {
 
+void installProgram(const qb::TemporaryFolder& home, const std::string& id, const std::string& name,
+                    const std::string& command) {
+  home.write(".local/share/applications/" + id + ".desktop",
+             "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + command +
+                 "\nStartupWMClass=" + name + "\n");
+}
+
 void install(const qb::TemporaryFolder& home, const std::string& id, const std::string& name,
              const std::string& more = "") {
-  home.write(".local/share/applications/" + id + ".desktop",
-             "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" SCRIPT_TEST_CLIENT " " +
-                 name + " 90 90 200 100 404040\nStartupWMClass=" + name + "\n" + more);
+  installProgram(home, id, name, SCRIPT_TEST_CLIENT " " + name + " 90 90 200 100 404040" + more);
 }
 
 }  // namespace
@@ -21,7 +26,8 @@ int main(int argc, char* argv[]) {
   ::testing::InitGoogleMock(&argc, argv);
   const qb::TemporaryFolder home;
   install(home, "org.test.plain", "Plain");
-  install(home, "org.test.term", "Term", "Categories=System;TerminalEmulator;\n");
+  install(home, "org.test.term", "Term", "\nCategories=System;TerminalEmulator;");
+  installProgram(home, "org.test.mute", "Mute", "true");
   install(home, "org.test.files", "Files");
   install(home, "gnome-control-center", "Control");
   home.write(".config/mimeapps.list",
