@@ -26,7 +26,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr TimeInterval longestWait = 10;
+constexpr TimeInterval longestWait = 60;
 constexpr TimeInterval lookInterval = 0.01;
 constexpr const char* clientClass = "ContractClient";
 /// What the client is told: class, place, size, colour, and to tell what is typed.

@@ -91,7 +91,7 @@ class MenusContract : public ContractTest {
     std::function<void()> action;
   };
   static constexpr TimeInterval lookInterval = 0.01;
-  static constexpr TimeInterval longestStep = 20;
+  static constexpr TimeInterval longestStep = 60;
 
   void goOn() {
     if (!steps_.empty() && steps_.front().condition()) {

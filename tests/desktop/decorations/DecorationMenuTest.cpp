@@ -22,7 +22,7 @@ namespace qb::test {
 namespace {
 
 constexpr TimeInterval lookInterval = 0.005;
-constexpr TimeInterval longestStep = 20;
+constexpr TimeInterval longestStep = 60;
 
 class DecorateableItem : public Item {
  public:

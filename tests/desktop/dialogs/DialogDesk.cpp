@@ -13,7 +13,7 @@ namespace qb::test {
 namespace {
 
 constexpr TimeInterval lookInterval = 0.005;
-constexpr TimeInterval longestStep = 20;
+constexpr TimeInterval longestStep = 60;
 constexpr std::uint16_t keyCodeF9 = 101;
 
 ScreenFormats formats() {

@@ -11,4 +11,4 @@ PROGRAM = pathlib.Path(os.environ.get("QUILLBOX_PROGRAM", ROOT / "build/bin/quil
 TOOLS = pathlib.Path(os.environ.get("QUILLBOX_TEST_TOOLS", ROOT / "build/tests/bin"))
 
 # Seconds. Reached only by what has failed, so it may be generous on a busy machine.
-DEADLINE = 15.0
+DEADLINE = 60.0

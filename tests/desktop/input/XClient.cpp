@@ -25,7 +25,7 @@ std::uint8_t xCode(std::uint16_t keyCode) {
 
 bool waitUntil(const std::vector<Pump*>& pumps, const std::function<bool()>& predicate) {
   using std::chrono::steady_clock;
-  const auto end = steady_clock::now() + std::chrono::seconds(8);
+  const auto end = steady_clock::now() + std::chrono::seconds(60);
   for (;;) {
     for (Pump* pump : pumps) pump->pump();
     if (predicate()) return true;

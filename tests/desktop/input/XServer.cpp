@@ -67,7 +67,7 @@ XServer::XServer(const std::vector<std::string>& options) {
   std::string number;
   char character = 0;
   pollfd ready{ends[0], POLLIN, 0};
-  while (poll(&ready, 1, 20000) > 0 && read(ends[0], &character, 1) == 1 && character != '\n') {
+  while (poll(&ready, 1, 60000) > 0 && read(ends[0], &character, 1) == 1 && character != '\n') {
     number += character;
   }
   close(ends[0]);

@@ -12,7 +12,7 @@ namespace qb::test {
 namespace {
 
 constexpr TimeInterval lookInterval = 0.005;
-constexpr TimeInterval longestStep = 8;
+constexpr TimeInterval longestStep = 60;
 
 ScreenFormats formats() {
   const auto* const x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();

@@ -9,7 +9,7 @@ namespace qb::test {
 
 /// Serves Qt's events until it holds; false when that takes much too long.
 inline bool waitFor(const std::function<bool()>& condition) {
-  constexpr int timeLimit = 30000;
+  constexpr int timeLimit = 60000;
   QElapsedTimer time;
   time.start();
   QTimer look;
