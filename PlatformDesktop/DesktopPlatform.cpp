@@ -85,6 +85,7 @@ DesktopPlatform::~DesktopPlatform() {
   windowServer_.setKeyObserver({});
   dialogs_.setObserver({});
   windowServer_.pointerInput().setTap({});
+  windowServer_.pointerInput().setLeftControl({});
   processes_.setUserTime({});
   userDefaults_.setOnChange({});
   accessibilitySwitch_.setObserver({});
@@ -127,6 +128,8 @@ void DesktopPlatform::setInput(std::unique_ptr<DesktopInput> input) {
   });
   windowServer_.pointerInput().setTap(
       [this](const TappedEvent& event) { return input_->eventTap().tapPointerEvent(event); });
+  windowServer_.pointerInput().setLeftControl(
+      [this] { return input_->keyboard().controlIsTheLeftOne(); });
 }
 
 bool DesktopPlatform::inputIsAllowed() const {

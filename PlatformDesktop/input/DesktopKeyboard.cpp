@@ -2,8 +2,11 @@
 
 #include <xkbcommon/xkbcommon.h>
 
+#include <algorithm>
 #include <array>
 #include <iterator>
+
+#include "Platform/KeyCodes.h"
 
 namespace qb {
 
@@ -37,6 +40,20 @@ std::uint32_t DesktopKeyboard::state() const {
 }
 
 EventFlags DesktopKeyboard::modifierFlags() const { return queue_.map().flags(state()); }
+
+bool DesktopKeyboard::controlIsTheLeftOne() const {
+  xcb_connection_t* xcb = queries_.xcb.get();
+  const XcbPointer<xcb_query_keymap_reply_t> reply(
+      xcb_query_keymap_reply(xcb, xcb_query_keymap(xcb), nullptr));
+  if (!reply) return true;
+  const XKeySet down = keySetFrom(*reply);
+  const KeyboardMap map = queue_.map();
+  const auto isDown = [&](std::uint16_t keyCode) {
+    const auto codes = map.xCodes(keyCode);
+    return std::any_of(codes.begin(), codes.end(), [&](std::uint8_t code) { return down[code]; });
+  };
+  return isDown(KeyCodeLeftControl) || !isDown(KeyCodeRightControl);
+}
 
 /// Asked anew each time: it is wanted seldom, and the user may have another layout by then.
 std::string DesktopKeyboard::legendOfKey(std::uint16_t keyCode) const {

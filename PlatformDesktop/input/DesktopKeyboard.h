@@ -17,6 +17,9 @@ class DesktopKeyboard : public Keyboard {
   KeyMap getKeys() const override;
   EventFlags modifierFlags() const override;
   std::string legendOfKey(std::uint16_t keyCode) const override;
+  /// Which of the two keys an event with Control stands for. Events do not say, so the server is
+  /// asked; a key that is up again by then passes for the left one.
+  bool controlIsTheLeftOne() const;
   ChangeNotice& keysChanged() override { return keysChanged_; }
 
  private:

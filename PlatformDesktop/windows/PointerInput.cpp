@@ -34,6 +34,10 @@ std::optional<Event> PointerInput::process(const PixelEvent& event) {
   Event result;
   result.type = event.type;
   result.flags = event.flags;
+  if (isPress(event.type) && (event.flags & EventFlagControl) != 0 && controlIsLeft_ &&
+      controlIsLeft_()) {
+    result.flags |= EventFlagLeftControl;
+  }
   result.location = location;
   result.deltaX = -event.deltaX * distancePerNotch;
   result.deltaY = -event.deltaY * distancePerNotch;

@@ -34,6 +34,9 @@ class PointerInput {
     userTimeObserver_ = std::move(observer);
   }
 
+  /// Asked at a press with Control: whether that is the key on the left.
+  void setLeftControl(std::function<bool()> isLeft) { controlIsLeft_ = std::move(isLeft); }
+
   /// Answers the event with its location in the space of all displays, or none when it was kept.
   std::optional<Event> process(const PixelEvent& event);
 
@@ -43,6 +46,7 @@ class PointerInput {
   const DesktopDisplays& displays_;
   Tap tap_;
   std::function<void(std::uint32_t)> userTimeObserver_;
+  std::function<bool()> controlIsLeft_;
   PixelEvent lastPress_;
   int clicks_ = 0;
 };

@@ -64,6 +64,23 @@ class SelectorEntries(MenuTestCase, SessionTestCase):
         self.choose_in_selector(button=RIGHT, ups=1)
         self.assertEqual(self.program.wait(), 0)
 
+    def test_quit_stands_last_with_the_left_control_key(self):
+        self.open_by_corner()
+        with self.probe.holding("Control_L"):
+            self.probe.click(self.selector())
+            self.wait_menu()
+        self.choose(ups=1)
+        self.assertEqual(self.program.wait(), 0)
+
+    def test_the_right_control_key_adds_nothing(self):
+        self.open_by_corner()
+        with self.probe.holding("Control_R"):
+            self.probe.click(self.selector())
+            self.wait_menu()
+        self.choose(ups=1)
+        self.answer_dialog(ABOUT)
+        self.assert_panel_gone()
+
     def test_about_tells_of_the_program_and_of_the_recorder(self):
         self.open_by_corner()
         self.choose_in_selector(ups=1)

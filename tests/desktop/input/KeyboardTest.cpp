@@ -96,6 +96,26 @@ TEST_F(KeyboardState, TellsTheModifiers) {
   }
 }
 
+TEST_F(KeyboardState, TellsWhichControlIsHeld) {
+  const struct {
+    std::vector<std::uint16_t> held;
+    bool isLeft;
+  } table[] = {
+      {{KeyCodeLeftControl}, true},
+      {{KeyCodeRightControl}, false},
+      {{KeyCodeLeftControl, KeyCodeRightControl}, true},
+      // An event told of it, and it is up by now.
+      {{}, true},
+  };
+  for (const auto& row : table) {
+    for (const std::uint16_t key : row.held) client_.press(key);
+    client_.sync();
+    EXPECT_EQ(input_->keyboard().controlIsTheLeftOne(), row.isLeft);
+    for (const std::uint16_t key : row.held) client_.release(key);
+    client_.sync();
+  }
+}
+
 TEST_F(KeyboardState, TellsTheTimeOfTheUsersLastDeed) {
   client_.tap(KeyCodeA);
   ASSERT_TRUE(waitFor([&] { return input_->lastUserTime() != 0; }));
