@@ -203,6 +203,30 @@ class Gear(RowTestCase):
         self.assertTrue(written, "that the tip was seen is not kept")
 
 
+    def test_tip_that_sticks_out_of_a_narrow_row_can_be_closed_there(self):
+        self.open_by_corner()
+        self.add_row()
+        x, y = self.selector(1, 2)
+        area = (x - 420, y - 8, 200, 16)
+        self.assertLess(area[0] + area[2], self.panel.row_area(1, 2)[0])
+        self.wait_still(area)
+        self.probe.remember("tipless", area)
+        self.choose_first_kind(1, 2)
+        self.assertTrue(self.probe.wait_change("tipless"), "no tip comes")
+        self.wait_still(area)
+        button = next(
+            place for place in range(area[0], area[0] + area[2])
+            if self.probe.pixel((place, y)) > "c0c0c0"
+        )
+        self.probe.click((button + 9, y))
+        self.assertTrue(self.probe.wait_same("tipless"), "the tip stays")
+        self.assertTrue(self.panel_window_is_up(), "the panel has gone with the tip")
+        written = self.desktop.wait_until(
+            lambda: self.acknowledged in self.desktop.read_user_defaults()
+        )
+        self.assertTrue(written, "that the tip was seen is not kept")
+
+
 class Buttons(RowTestCase):
     def test_delete_button_takes_the_row_away(self):
         self.open_by_corner()

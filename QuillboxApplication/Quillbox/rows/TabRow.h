@@ -160,6 +160,8 @@ class TabRow : public RoundedRectangleView,
   RowButtons& rowButtons() { return rowButtons_; }
   /// Null when there is no message.
   LabelView* instructionalMessageLabel() const { return instructionalMessageLabel_.get(); }
+  /// A tip that sticks out of a narrow row is hit there too.
+  View* hitTest(Point point) override;
 
   // Pointer, told by the host view. Points are in the row's coordinates.
   void mouseEntered();

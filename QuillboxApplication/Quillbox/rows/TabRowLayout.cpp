@@ -4,6 +4,7 @@
 
 #include "Quillbox/Item/Item.h"
 #include "Quillbox/providers/TabRowProvider.h"
+#include "Quillbox/rows/ConfigureTip.h"
 #include "Quillbox/rows/ProviderSelector.h"
 #include "Quillbox/rows/TabRow.h"
 #include "QuillboxCommon/RunLoop.h"
@@ -107,6 +108,13 @@ void TabRow::arrangeProviderSelector() {
   const double width = providerSelector_->naturalWidth();
   providerSelector_->setFrame(
       Rect::make(selfBounds_.width() / 2 - width / 2, selectorY, width, selectorHeight));
+}
+
+View* TabRow::hitTest(Point point) {
+  if (View* const hit = RoundedRectangleView::hitTest(point)) return hit;
+  const ConfigureTip* const tip = providerSelector_->configureTip();
+  if (tip == nullptr || isHidden()) return nullptr;
+  return tip->view()->hitTest({point.x - frame().x(), point.y - frame().y()});
 }
 
 }  // namespace qb

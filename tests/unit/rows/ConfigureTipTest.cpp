@@ -65,6 +65,20 @@ TEST_F(ConfigureTipTest, FollowsTheSelector) {
   EXPECT_EQ(tip()->view()->frame().x(), 293 - 284);
 }
 
+TEST_F(ConfigureTipTest, CanBeClickedWhereItSticksOutOfANarrowRow) {
+  row->setFrame(Rect::make(300, 0, 200, 80), {50, 50}, false);
+  changeProvider("SomeProvider");
+  platform.runFor(0.6);
+  ASSERT_EQ(tip()->view()->frame(), Rect::make(43 - 284, 2, 280, 20));
+  // The close button is 20 points square, at 0, 1 of the tip.
+  EXPECT_EQ(row->hitTest({300 - 241 + 10, 13}), &tip()->closeButton());
+  EXPECT_EQ(row->hitTest({300 - 242, 13}), nullptr);
+  EXPECT_EQ(row->hitTest({300 - 241 + 10, 24}), nullptr);
+  tip()->closeButton().performClick();
+  platform.runFor(0.51);
+  EXPECT_EQ(row->hitTest({300 - 241 + 10, 13}), nullptr);
+}
+
 TEST_F(ConfigureTipTest, LightsTheSelectorWhileItShows) {
   changeProvider("SomeProvider");
   platform.runFor(0.6);
