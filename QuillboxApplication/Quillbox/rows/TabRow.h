@@ -80,6 +80,7 @@ class TabRow : public RoundedRectangleView,
   // Provider and items.
   /// Null for a row whose contents have not been selected.
   const std::shared_ptr<TabRowProvider>& provider() const { return provider_; }
+  /// While the panel is closed the new items wait at the provider.
   void setProvider(std::shared_ptr<TabRowProvider> provider);
   void updateProviderName();
   /// Those on display, from left to right; empty while the panel is closed.

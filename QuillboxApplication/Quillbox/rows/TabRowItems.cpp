@@ -42,9 +42,11 @@ void TabRow::setProvider(std::shared_ptr<TabRowProvider> provider) {
   if (const auto host = hostView()) host->tabRowItemsHaveChanged(*this);
   arrangeProviderSelector();
   haveProviderCreateItems();
-  getItems();
-  arrangeItemsWithMaintainScrollOffset(false, false);
-  presentItems(true);
+  if (isDisplayed_) {
+    getItems();
+    arrangeItemsWithMaintainScrollOffset(false, false);
+    presentItems(true);
+  }
   if (hasActiveStatus_) source().gainActiveStatus();
 }
 

@@ -94,6 +94,20 @@ TEST_F(HostViewRowsTest, ASingleRowKeepsItsSelection) {
   EXPECT_TRUE(providers[0]->itemLog->empty());
 }
 
+TEST_F(HostViewRowsTest, AnOnlyRowKeepsItsSelection) {
+  makeRows({3});
+  host().deleteTabRow(*host().tabRows().back());
+  ASSERT_EQ(host().tabRows().size(), 1U);
+  present(ActivationMethodCommandDoubleTap);
+  select(0, 1);
+  providers[0]->itemLog->clear();
+  perform(QuillboxActionNextTabRow);
+  perform(QuillboxActionPreviousTabRow);
+  EXPECT_TRUE(rows[0]->hasActiveStatus());
+  EXPECT_EQ(selectedName(0), "item1");
+  EXPECT_TRUE(providers[0]->itemLog->empty());
+}
+
 TEST_F(HostViewRowsTest, WithNoRowActiveKeysGoToTheLastActiveOne) {
   makeRows({3, 3});
   present(ActivationMethodCommandDoubleTap);

@@ -178,6 +178,18 @@ TEST_F(TabRowLifeTest, AnotherProviderTakesOver) {
   EXPECT_EQ(row->instructionalMessageLabel(), nullptr);
 }
 
+TEST_F(TabRowLifeTest, AClosedRowGetsAnotherProviderWithoutShowingItsItems) {
+  makeOpenRow(2);
+  closeRow();
+  const auto other = TestProvider::withItems(3);
+  row->setProvider(other);
+  EXPECT_EQ(other->log, (CallLog{"createItems"}));
+  EXPECT_TRUE(row->items().empty());
+  openRow();
+  EXPECT_EQ(other->log, (CallLog{"createItems", "itemsWillBeDisplayed"}));
+  EXPECT_EQ(row->items().size(), 3U);
+}
+
 TEST_F(TabRowLifeTest, ItemsOfAFormerProviderAreNoLongerSelected) {
   makeOpenRow(2);
   row->setSelectedItem(row->items()[1], SelectionMethodKeyboard);
