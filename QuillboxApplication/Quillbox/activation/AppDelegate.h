@@ -163,6 +163,8 @@ class AppDelegate : public SettingsDelegate, public std::enable_shared_from_this
   AccessibilityAlerts& accessibilityAlerts() const { return *accessibilityAlerts_; }
   Welcome& welcome() const { return *welcome_; }
   KeyHandlers& keyHandlers() const { return *keyHandlers_; }
+  KeyCommands& keyCommands() const { return *keyCommands_; }
+  InputMonitor& inputMonitor() const { return *inputMonitor_; }
 
  private:
   explicit AppDelegate(Platform& platform);

@@ -1,5 +1,7 @@
 #include "Quillbox/activation/InputMonitor.h"
 
+#include <utility>
+
 #include "Platform/KeyCodes.h"
 #include "Platform/Pointer.h"
 #include "Quillbox/activation/ActivationTypes.h"
@@ -39,6 +41,10 @@ void InputMonitor::cancelInputMonitor() {
 }
 
 void InputMonitor::tick(RunLoopTimer& timer) {
+  if (keysUnderWay_ > 0) {
+    lookIsPutOff_ = true;
+    return;
+  }
   const std::uint64_t changesBefore = changes();
   monitorInput();
   // What has changed meanwhile is to be looked at by the next tick.
@@ -46,6 +52,10 @@ void InputMonitor::tick(RunLoopTimer& timer) {
   timer.restUntilSignalled(
       {&appDelegate_.activationChanged(), &appDelegate_.settings().valuesChanged(),
        keysMatter() ? &appDelegate_.platform().keyboard().keysChanged() : nullptr});
+}
+
+void InputMonitor::makeUpForPutOffLook() {
+  if (keysUnderWay_ == 0 && std::exchange(lookIsPutOff_, false)) monitorInput();
 }
 
 std::uint64_t InputMonitor::changes() const {

@@ -30,6 +30,14 @@ class InputMonitor {
   void cancelInputMonitor();
   void monitorInput();
 
+  // A key's press and what it asks for lie some passes of the loop apart, and a release right after
+  // the press is known at once: a look in between would take Command for let go before the Tab that
+  // came first had made its step. So looks are put off while a key is under way.
+  void noteKeyUnderWay() { ++keysUnderWay_; }
+  void noteKeyArrived() { --keysUnderWay_; }
+  /// Does nothing when none has been put off, or another key is under way.
+  void makeUpForPutOffLook();
+
   void resetCommandKeyDoubleTapActivation() { doubleTap_.resetCommandKeyDoubleTapActivation(); }
   /// A Command key that is held now does not count as the fresh press that dismisses.
   void requireCommandKeyToBeLifted() { commandKeyMustBeLiftedBeforeItCanDismissQuillbox_ = true; }
@@ -52,6 +60,8 @@ class InputMonitor {
   AppDelegate& appDelegate_;
   std::shared_ptr<RunLoopTimer> inputMonitor_;
   TimeInterval inputMonitorFrequency_ = 0;
+  int keysUnderWay_ = 0;
+  bool lookIsPutOff_ = false;
   CommandKeyDoubleTap doubleTap_;
   ActivationCorners corners_;
   bool commandKeyMustBeLiftedBeforeItCanDismissQuillbox_ = false;

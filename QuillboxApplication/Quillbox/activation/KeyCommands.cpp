@@ -1,11 +1,13 @@
 #include "Quillbox/activation/KeyCommands.h"
 
 #include <array>
+#include <utility>
 
 #include "Platform/KeyCodes.h"
 #include "Quillbox/activation/ActivationTypes.h"
 #include "Quillbox/activation/AppDelegate.h"
 #include "Quillbox/activation/HotKeyIDs.h"
+#include "Quillbox/activation/InputMonitor.h"
 #include "Quillbox/activation/KeyHandlers.h"
 #include "Quillbox/activation/QuillboxAction.h"
 #include "Quillbox/rows/HostView.h"
@@ -93,8 +95,16 @@ void KeyCommands::processOptionTabWithHotKeyID(std::int32_t hotKeyID) {
 }
 
 void KeyCommands::schedule(const HotKeyActivation& activation) {
-  RunLoop::main().performAfterDelay(this, "processHotKeyActivation:", 0, [this, activation] {
-    appDelegate_.processHotKeyActivation(activation);
+  performLater("processHotKeyActivation:",
+               [this, activation] { appDelegate_.processHotKeyActivation(activation); });
+}
+
+void KeyCommands::performLater(std::string_view selector, std::function<void()> action) {
+  appDelegate_.inputMonitor().noteKeyUnderWay();
+  RunLoop::main().performAfterDelay(this, selector, 0, [this, action = std::move(action)] {
+    appDelegate_.inputMonitor().noteKeyArrived();
+    action();
+    appDelegate_.inputMonitor().makeUpForPutOffLook();
   });
 }
 

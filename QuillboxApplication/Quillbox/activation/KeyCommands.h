@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <string_view>
 
 #include "Quillbox/activation/HotKeyActivation.h"
 #include "QuillboxCommon/views/Event.h"
@@ -22,6 +24,9 @@ class KeyCommands {
   void processCommandTabWithHotKeyID(std::int32_t hotKeyID);
   void processOptionTabWithHotKeyID(std::int32_t hotKeyID);
   void processHotKeyActivation(const HotKeyActivation& activation);
+  /// Acts on a pressed key in the next pass of the loop in the default mode; the input monitor does
+  /// not look at the keyboard before. `selector` must be a string literal.
+  void performLater(std::string_view selector, std::function<void()> action);
   /// Whether the key was taken: it always is, but during user interaction.
   bool keyDown(const Event& event);
 

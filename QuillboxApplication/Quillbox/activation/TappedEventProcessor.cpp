@@ -7,6 +7,7 @@
 #include "Quillbox/activation/AppDelegate.h"
 #include "Quillbox/activation/EventMonitors.h"
 #include "Quillbox/activation/HotKeyIDs.h"
+#include "Quillbox/activation/KeyCommands.h"
 #include "Quillbox/activation/PanelWindow.h"
 #include "Quillbox/activation/TabChords.h"
 #include "Quillbox/rows/HostView.h"
@@ -62,8 +63,7 @@ bool TappedEventProcessor::processTappedKeyEvent(const TappedEvent& event) {
         appDelegate_.platform().menuPresenter().keyDown(key)) {
       return false;
     }
-    RunLoop::main().performAfterDelay(this, "keyDown:", 0,
-                                      [this, key] { appDelegate_.keyDown(key); });
+    appDelegate_.keyCommands().performLater("keyDown:", [this, key] { appDelegate_.keyDown(key); });
     return false;
   }
   return !claimed;
@@ -72,10 +72,10 @@ bool TappedEventProcessor::processTappedKeyEvent(const TappedEvent& event) {
 bool TappedEventProcessor::takesTab(const TappedEvent& event) {
   const Settings& settings = appDelegate_.settings();
   const bool isDown = event.type == EventTypeKeyDown;
-  RunLoop& loop = RunLoop::main();
+  KeyCommands& commands = appDelegate_.keyCommands();
   if (settings.applicationActivatesOnOptionTab() && isChord(optionShiftTabChord, event)) {
     if (isDown) {
-      loop.performAfterDelay(this, "processOptionTabWithHotKeyID:", 0, [this] {
+      commands.performLater("processOptionTabWithHotKeyID:", [this] {
         appDelegate_.processOptionTabWithHotKeyID(HotKeyPreviousItem);
       });
     }
@@ -86,7 +86,7 @@ bool TappedEventProcessor::takesTab(const TappedEvent& event) {
   if (!forward && !isChord(commandShiftTabChord, event)) return false;
   if (isDown) {
     const std::int32_t hotKeyID = forward ? HotKeyNextItem : HotKeyPreviousItem;
-    loop.performAfterDelay(this, "processCommandTabWithHotKeyID:", 0, [this, hotKeyID] {
+    commands.performLater("processCommandTabWithHotKeyID:", [this, hotKeyID] {
       appDelegate_.processCommandTabWithHotKeyID(hotKeyID);
     });
   }

@@ -49,6 +49,31 @@ TEST_F(InputMonitorTest, TicksKeepTheirGridThroughALongRest) {
   EXPECT_FALSE(isActive());
 }
 
+TEST_F(InputMonitorTest, AKeyPressedBeforeTheLiftIsActedOnFirst) {
+  const struct {
+    std::vector<std::uint16_t> keyCodes;
+    const char* invoked;
+  } rows[] = {{{KeyCodeTab}, "item1: invoke"},
+              {{KeyCodeLeftShift, KeyCodeTab}, "item4: invoke"},
+              {{KeyCodeLeft}, "item4: invoke"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.invoked);
+    provider->itemLog->clear();
+    holdCommandTab();
+    ASSERT_EQ(selectedName(), "item0");
+    // All of it in the very moment of the tick.
+    platform.schedule(0.25, [&] {
+      for (const auto keyCode : row.keyCodes) keyboard().press(keyCode);
+      for (const auto keyCode : row.keyCodes) keyboard().release(keyCode);
+      keyboard().release(KeyCodeLeftCommand);
+    });
+    platform.runFor(0.25);
+    EXPECT_FALSE(isActive());
+    EXPECT_THAT(*provider->itemLog, testing::Contains(row.invoked));
+    platform.runFor(1);
+  }
+}
+
 TEST_F(InputMonitorTest, RightHandCommandKeyAloneDoesNotHoldThePanel) {
   hold({KeyCodeRightCommand, KeyCodeTab});
   ASSERT_TRUE(isActive());
