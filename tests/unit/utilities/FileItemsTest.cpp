@@ -72,6 +72,16 @@ TEST_F(FileItemsTest, AMissingFileIsToldByItsName) {
   EXPECT_THAT(platform.applicationControl().openedFiles(), IsEmpty());
 }
 
+TEST_F(FileItemsTest, AScriptRunsAThirdOfASecondLater) {
+  files().putRaw("/work/Greeting.SCPT", "do shell script \"greet\"");
+  quillbox->performSelectionActionForFileAtPath("/work/Greeting.SCPT");
+  platform.runFor(0.32);
+  EXPECT_THAT(platform.scripts().shellCommands(), IsEmpty());
+  platform.runFor(0.02);
+  EXPECT_THAT(platform.scripts().shellCommands(), ElementsAre("greet"));
+  EXPECT_THAT(platform.applicationControl().openedFiles(), IsEmpty());
+}
+
 TEST_F(FileItemsTest, AnyOtherFileOpens) {
   quillbox->performSelectionActionForFileAtPath("/work/a.txt");
   EXPECT_THAT(platform.applicationControl().openedFiles(), ElementsAre("/work/a.txt"));

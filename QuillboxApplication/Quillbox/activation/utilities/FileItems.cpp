@@ -50,7 +50,11 @@ void FileItems::performSelectionActionForFileAtPath(const std::string& path) {
         "Item Missing");
     return;
   }
-  facade_.platform().applicationControl().openFile(path);
+  if (Quillbox::fileAtPathIsAppleScriptFile(path)) {
+    facade_.executeAppleScriptAtPath(path);
+  } else {
+    facade_.platform().applicationControl().openFile(path);
+  }
 }
 
 }  // namespace qb
