@@ -43,6 +43,12 @@ std::optional<std::vector<std::string>> QuillboxDialogs::runOpenPanel(
 }
 
 std::string QuillboxDialogs::changeName(const std::string& object, const std::string& presentName) {
+  std::string name = askForName(object, presentName);
+  facade_.saveState();
+  return name;
+}
+
+std::string QuillboxDialogs::askForName(const std::string& object, const std::string& presentName) {
   const UserInteractionBracket interaction(facade_);
   const auto field = std::make_shared<DialogTextField>(Size{240, 22}, presentName);
   Alert alert;

@@ -26,10 +26,13 @@ class QuillboxDialogs {
   std::optional<std::vector<std::string>> runOpenPanel(
       bool allowFiles, bool allowDirectories, const std::vector<std::string>& allowedFileTypes,
       const std::string& directory);
-  /// The name to use from now on: never empty unless `presentName` is, which stays on "Cancel".
+  /// The name to use from now on: never empty unless `presentName` is, which stays on "Cancel". The
+  /// rows' state is then saved in any case. Intended.
   std::string changeName(const std::string& object, const std::string& presentName);
 
  private:
+  std::string askForName(const std::string& object, const std::string& presentName);
+
   Quillbox& facade_;
 };
 

@@ -206,5 +206,17 @@ TEST_F(QuillboxDialogsTest, CancelAfterAnEmptyOKGivesBackThePresentName) {
   EXPECT_EQ(dialogs().numberOfAnswersLeft(), 0U);
 }
 
+TEST_F(QuillboxDialogsTest, TheStateIsSavedAfterTheNameDialogAlsoAfterCancel) {
+  for (const char* button : {"OK", "Cancel"}) {
+    const auto before = host().stateChanged().generation();
+    dialogs().answerAlert([&](AlertOnScreen& alert) {
+      EXPECT_EQ(host().stateChanged().generation(), before);
+      alert.press(button);
+    });
+    quillbox->changeNameOfObject("Tab Row", "First");
+    EXPECT_EQ(host().stateChanged().generation(), before + 1) << button;
+  }
+}
+
 }  // namespace
 }  // namespace qb::test
