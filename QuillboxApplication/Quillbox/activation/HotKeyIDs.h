@@ -21,5 +21,6 @@ enum HotKeyIdentity : std::int32_t {
   HotKeyHideFrontmostApplication = 1012,
 };
 inline constexpr std::int32_t firstHotKeyIDThatIsNoKeyCode = 1000;
+inline constexpr std::int32_t lastHotKeyIDOfThePanel = HotKeyHideFrontmostApplication;
 
 }  // namespace qb

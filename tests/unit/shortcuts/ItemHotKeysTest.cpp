@@ -42,6 +42,16 @@ TEST_F(ItemHotKeysTest, IdsGoOnCounting) {
   EXPECT_THAT(registered(), ElementsAre(std::pair("one", 3U), std::pair("two", 4U)));
 }
 
+TEST_F(ItemHotKeysTest, IdsPassOverThoseOfThePanel) {
+  store("one", keyCodeT, EventFlagControl);
+  for (int count = 1; count < 1000; ++count) quillbox->maintainItemHotKeys();
+  EXPECT_THAT(registered(), ElementsAre(std::pair("one", 999U)));
+  quillbox->maintainItemHotKeys();
+  EXPECT_THAT(registered(), ElementsAre(std::pair("one", 1013U)));
+  typeControl(keyCodeT);
+  EXPECT_FALSE(isActive());
+}
+
 TEST_F(ItemHotKeysTest, WhatIsNoLongerStoredIsUnregistered) {
   store("one", keyCodeT, EventFlagControl);
   quillbox->maintainItemHotKeys();

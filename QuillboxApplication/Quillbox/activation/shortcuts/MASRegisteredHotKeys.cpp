@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "Quillbox/activation/HotKeyIDs.h"
+
 namespace qb {
 
 void MASRegisteredHotKeys::registerGlobalShortcutWithUserDefaultsKey(const std::string& key,
@@ -43,7 +45,8 @@ const MASShortcutHotKey* MASRegisteredHotKeys::hotKeyWithID(std::uint32_t carbon
 }
 
 bool MASRegisteredHotKeys::installHotkeyWithShortcut(MASShortcutHotKey& hotKey) {
-  hotKey.carbonHotKeyID = ++lastHotKeyID_;
+  if (++lastHotKeyID_ == firstHotKeyIDThatIsNoKeyCode) lastHotKeyID_ = lastHotKeyIDOfThePanel + 1;
+  hotKey.carbonHotKeyID = lastHotKeyID_;
   hotKey.carbonHotKey = hotKeys_.registerEventHotKey(
       hotKey.shortcut.keyCode(), hotKey.shortcut.carbonFlags(), {signature, hotKey.carbonHotKeyID});
   return hotKey.carbonHotKey != nullptr;

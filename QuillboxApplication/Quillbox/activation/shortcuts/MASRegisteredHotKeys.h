@@ -53,7 +53,8 @@ class MASRegisteredHotKeys {
   HotKeys& hotKeys_;
   const MASShortcutStorage& storage_;
   std::vector<MASShortcutHotKey> registered_;
-  /// Counts from 1 and never back, also when registrations have failed.
+  /// Counts from 1 and never back, also when registrations have failed. Passes over the ids that
+  /// the panel's own hot keys have: an item's would do what those do, too.
   std::uint32_t lastHotKeyID_ = 0;
 };
 
