@@ -112,11 +112,18 @@ bool DesktopApplicationControl::openFile(const std::string& path) {
   if (!QFileInfo::exists(QString::fromStdString(file))) return false;
   if (file.ends_with(".prefPane")) return isProgram(file) && start({file}, {});
   if (!isTerminating_ && openApplication_ && openApplication_(file)) return true;
-  return start({"xdg-open", file}, {});
+  return openByDesktop(file);
 }
 
-bool DesktopApplicationControl::openURL(const std::string& url) {
-  return start({"xdg-open", url}, {});
+bool DesktopApplicationControl::openURL(const std::string& url) { return openByDesktop(url); }
+
+bool DesktopApplicationControl::openByDesktop(const std::string& document) const {
+  const bool started = start({"xdg-open", document}, {});
+  if (!started && !isTerminating_) {
+    log(document +
+        " cannot be opened: there is no xdg-open, which belongs to the package xdg-utils.");
+  }
+  return started;
 }
 
 void DesktopApplicationControl::terminate() {

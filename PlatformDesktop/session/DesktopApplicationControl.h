@@ -42,6 +42,7 @@ class DesktopApplicationControl : public ApplicationControl {
 
  private:
   bool start(const std::vector<std::string>& words, const std::string& folder) const;
+  bool openByDesktop(const std::string& document) const;
   std::string programBeside(const std::string& name) const;
   bool launchRelauncher() const;
 

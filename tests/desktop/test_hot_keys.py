@@ -90,6 +90,14 @@ class StoredHotKeys(HotKeyTestCase):
         self.assertTrue(self.desktop.wait_until(opened.exists))
         self.assertEqual(opened.read_text(), str(notes))
 
+    def test_without_the_desktops_opener_it_says_so(self):
+        notes = self.desktop.home / "some notes.txt"
+        notes.write_text("notes")
+        self.start_with({str(notes): CONTROL_ALT_T}, PATH=str(self.desktop.home))
+        self.tap_control_alt("t")
+        told = f"{notes} cannot be opened: there is no xdg-open, which belongs to the package xdg-utils."
+        self.assertIsNotNone(self.desktop.program.wait_for_line(lambda line: line == told))
+
     def test_killed_program_leaves_none_behind(self):
         self.start_with({self.path_of("Alpha"): (T, CONTROL)})
         self.assertTrue(self.probe.chord_is_taken("control", "t"))
