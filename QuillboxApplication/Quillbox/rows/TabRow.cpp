@@ -91,6 +91,7 @@ void TabRow::noteEnvironment(const PropertyList& environment) {
 
 void TabRow::hostViewWillBeDisplayed() {
   isDisplayed_ = true;
+  selectionToRestore_.reset();
   itemSelectionEnabled_ = true;
   rowButtons_.hide();
   selectionViews_.hideButtons();
@@ -136,6 +137,7 @@ void TabRow::relinquishActiveStatus() {
   hasActiveStatus_ = false;
   source().relinquishActiveStatus();
   setSelectedItem(nullptr, SelectionMethodProgram);
+  selectionToRestore_.reset();
 }
 
 void TabRow::updateProviderName() {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -205,9 +206,13 @@ class TabRow : public RoundedRectangleView,
     std::int64_t index = 0;
     std::string uniqueID;
     std::string name;
+    bool isNone() const { return uniqueID.empty(); }
   };
+  RememberedSelection rememberSelection();
   void rebuildItems(bool maintainSelection, bool maintainScrollOffset);
   void restoreSelection(const RememberedSelection& remembered);
+  void selectRemembered(const RememberedSelection& remembered);
+  void enableItemSelection();
 
   bool invokeSelectedItem(bool stay);
   void performItemAction(const std::shared_ptr<Item>& item, std::int32_t actionCode);
@@ -233,6 +238,8 @@ class TabRow : public RoundedRectangleView,
 
   std::vector<std::shared_ptr<Item>> items_;
   std::shared_ptr<Item> selectedItem_;
+  /// Waits until items can be selected again.
+  std::optional<RememberedSelection> selectionToRestore_;
   std::weak_ptr<Item> itemUnderMouseDownEvent_;
   std::uint64_t index_ = 0;
   std::int64_t numberOfItems_ = -1;

@@ -1,5 +1,7 @@
 // The row and its provider: making, fetching, presenting and replacing the items.
 
+#include <utility>
+
 #include "Quillbox/Item/FileSystemItem.h"
 #include "Quillbox/Item/Item.h"
 #include "Quillbox/activation/Quillbox.h"
@@ -30,6 +32,7 @@ void TabRow::setProvider(std::shared_ptr<TabRowProvider> provider) {
   source().itemsWillBeDismissed();
   // Keys must not reach an item that nobody sees any more.
   setSelectedItem(nullptr, SelectionMethodProgram);
+  selectionToRestore_.reset();
   releaseItems();
   haveProviderDeleteItems();
   if (hasActiveStatus_) source().relinquishActiveStatus();
@@ -125,15 +128,18 @@ void TabRow::itemsHaveChangedWithMaintainSelection(bool maintainSelection,
       rebuildDelay);
 }
 
+TabRow::RememberedSelection TabRow::rememberSelection() {
+  const auto waiting = std::exchange(selectionToRestore_, std::nullopt);
+  if (!selectedItem_) return waiting.value_or(RememberedSelection());
+  return {selectedItem_->index(), selectedItem_->uniqueID(), selectedItem_->name()};
+}
+
 void TabRow::rebuildItems(bool maintainSelection, bool maintainScrollOffset) {
   if (!isDisplayed_) {
     haveProviderCreateItems();
     return;
   }
-  RememberedSelection remembered;
-  if (selectedItem_) {
-    remembered = {selectedItem_->index(), selectedItem_->uniqueID(), selectedItem_->name()};
-  }
+  const RememberedSelection remembered = rememberSelection();
   source().itemsWillBeDismissed();
   setSelectedItem(nullptr, SelectionMethodProgram);
   releaseItems();
@@ -153,6 +159,26 @@ void TabRow::rebuildItems(bool maintainSelection, bool maintainScrollOffset) {
 }
 
 void TabRow::restoreSelection(const RememberedSelection& remembered) {
+  const auto host = hostView();
+  const bool othersHaveTheKeys =
+      host && host->activeTabRow() != nullptr && host->activeTabRow() != this;
+  if (itemSelectionEnabled_) {
+    // Of several rows with the same contents only the one with the keys shows where they go.
+    if (!remembered.isNone() || !othersHaveTheKeys) selectRemembered(remembered);
+  } else if (!remembered.isNone() || hasActiveStatus_) {
+    // The new items have changed the size of the rows, and are still on their way.
+    selectionToRestore_ = remembered;
+  }
+  respondingToChangedItems_ = false;
+}
+
+void TabRow::enableItemSelection() {
+  itemSelectionEnabled_ = true;
+  const auto remembered = std::exchange(selectionToRestore_, std::nullopt);
+  if (remembered && isDisplayed_ && !selectedItem_) selectRemembered(*remembered);
+}
+
+void TabRow::selectRemembered(const RememberedSelection& remembered) {
   std::shared_ptr<Item> found;
   // An old item that someone still holds is registered too, but it is not in the row any more.
   for (const auto& item : items_) {
@@ -168,7 +194,6 @@ void TabRow::restoreSelection(const RememberedSelection& remembered) {
   } else {
     selectItemAtIndexOrNearest(remembered.index, QuillboxActionNextItem, SelectionMethodKeyboard);
   }
-  respondingToChangedItems_ = false;
 }
 
 bool TabRow::removeItemFromTabRow(const std::shared_ptr<Item>& item, bool confirmation) {

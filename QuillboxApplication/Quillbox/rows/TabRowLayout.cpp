@@ -53,7 +53,7 @@ void TabRow::arrangeItemsWithMaintainScrollOffset(bool maintainScrollOffset, boo
     itemSelectionEnabled_ = false;
     executeBlockAfterDelay(
         [weakSelf = std::weak_ptr<TabRow>(sharedFrom(*this))] {
-          if (const auto self = weakSelf.lock()) self->itemSelectionEnabled_ = true;
+          if (const auto self = weakSelf.lock()) self->enableItemSelection();
         },
         selectionPause);
   }

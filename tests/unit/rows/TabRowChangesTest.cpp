@@ -1,6 +1,7 @@
 // Items that change while the panel is up.
 
 #include "Quillbox/Item/FileSystemItem.h"
+#include "support/HostViewFixture.h"
 #include "support/TabRowFixture.h"
 
 namespace qb::test {
@@ -212,6 +213,64 @@ TEST_F(TabRowChangesTest, InThePanelTheRowsAreSizedAnew) {
   EXPECT_EQ(panelRow->items().size(), 4U);
   EXPECT_EQ(panelRow->selfBounds().width(), before + panelRow->haloSize().width);
   EXPECT_EQ(host().largestNumberOfTabRowItems(), 4);
+}
+
+/// Rows in the panel, where new items change the size of all rows.
+class PanelChangesTest : public HostViewFixture {
+ protected:
+  void SetUp() override {
+    makeRows({3, 2});
+    makeDefaults(0, 0);
+    present(ActivationMethodCommandTab);
+    rows[0]->setSelectedItem(rows[0]->items()[1], SelectionMethodKeyboard);
+  }
+  /// The count of the longest row is another one now.
+  void addItem() {
+    providers[0]->names.push_back("item3");
+    rows[0]->itemsHaveChangedWithMaintainSelection(true, false);
+  }
+};
+
+TEST_F(PanelChangesTest, SelectionComesBackWhenItemsThatMoveHaveArrived) {
+  addItem();
+  platform.runFor(0.06);
+  EXPECT_FALSE(rows[0]->itemSelectionEnabled());
+  EXPECT_EQ(selectedName(0), "none");
+  platform.runFor(0.25);
+  EXPECT_EQ(selectedName(0), "item1");
+  EXPECT_EQ(rows[0]->selectedItem(), rows[0]->items()[1]);
+}
+
+TEST_F(PanelChangesTest, AFurtherChangeMeanwhileStillKnowsTheSelection) {
+  addItem();
+  platform.runFor(0.1);
+  addItem();
+  platform.runFor(0.5);
+  EXPECT_EQ(selectedName(0), "item1");
+}
+
+TEST_F(PanelChangesTest, ARowThatIsLeftMeanwhileGetsNoSelection) {
+  addItem();
+  platform.runFor(0.1);
+  host().setActiveTabRow(rows[1], false);
+  platform.runFor(0.5);
+  EXPECT_EQ(selectedName(0), "none");
+}
+
+TEST_F(PanelChangesTest, APanelThatIsClosedMeanwhileOpensWithItsOwnSelection) {
+  addItem();
+  platform.runFor(0.1);
+  dismiss();
+  present(ActivationMethodCommandDoubleTap);
+  platform.runFor(0.5);
+  EXPECT_EQ(selectedName(0), "none");
+}
+
+TEST_F(PanelChangesTest, ARowWithoutTheKeysGetsNoSelection) {
+  rows[1]->itemsHaveChangedWithMaintainSelection(true, false);
+  platform.runFor(0.5);
+  EXPECT_EQ(selectedName(1), "none");
+  EXPECT_EQ(selectedName(0), "item1");
 }
 
 TEST_F(TabRowChangesTest, AnItemThatIsTrashedLeavesItsRow) {
