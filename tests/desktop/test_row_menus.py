@@ -4,6 +4,7 @@ of recent applications."""
 import time
 import unittest
 
+from harness.desktop import Application
 from harness.session import SessionTestCase
 from test_rows import BESIDE_ROWS, MOVE_SECONDS, RowTestCase
 
@@ -136,6 +137,47 @@ class RecentApplications(MenuTestCase):
         self.probe.move((640, 300))
         self.probe.move((0, 0))
         self.assert_row_shows(1, 2, self.beta, self.gamma, self.alpha)
+
+
+class FitNotice(SessionTestCase, RowTestCase):
+    small = {"LowerTabRowItemHaloHeight": 30}
+    settings = {**RowTestCase.settings, **small}
+
+    def change_settings(self, sizes):
+        self.desktop.write_settings({**RowTestCase.settings, **sizes})
+        self.post("Settings Changed")
+
+    def make_icons_too_large(self):
+        """Of 170 points and more, two rows fit the screen. Anew each time: the program looks at who
+        is in front only when the settings have changed, and may not have heard of it yet."""
+        for height in range(170, 200):
+            self.change_settings(
+                {"LowerTabRowItemHaloHeight": height, "UpperTabRowItemHaloHeight": height})
+            if self.desktop.wait_until(self.menus, 2):
+                return
+        self.fail("no notice of rows that do not fit")
+
+    def assert_notice_gone(self):
+        self.assertTrue(self.desktop.wait_until(lambda: not self.menus()), "the notice stays")
+
+    def test_warns_whoever_is_in_the_settings_while_the_rows_do_not_fit(self):
+        # The notice of the launch is another one.
+        self.assertTrue(self.desktop.wait_until(lambda: not self.probe.windows("quillbox")))
+        self.notice = []
+        self.open_by_corner()
+        self.add_row()
+        self.add_row(2)
+        self.probe.tap("Escape")
+        self.assert_input_is_free()
+        Application("quillbox-preferences", "808080", (600, 40, 200, 100)).start(self.desktop)
+
+        self.make_icons_too_large()
+        self.probe.activate("Alpha")
+        self.assert_notice_gone()
+        self.probe.activate("quillbox-preferences")
+        self.make_icons_too_large()
+        self.change_settings(self.small)
+        self.assert_notice_gone()
 
 
 class AllApplications(MenuTestCase):

@@ -86,9 +86,10 @@ class RowTestCase(DesktopTestCase):
     def selector(self, row=0, rows=1):
         return self.panel.in_row(self.panel.width // 2, 12, row, rows)
 
-    def add_row(self):
-        """Below the only one, by its add button. The pointer is beside the rows afterwards."""
-        button = self.panel.in_row(self.panel.width // 2, -17)
+    def add_row(self, rows=1):
+        """Below the top one of so many, by its add button. The pointer is beside the rows
+        afterwards."""
+        button = self.panel.in_row(self.panel.width // 2, -17, 0, rows)
         self.probe.remember("button", self.around(button))
         end = time.monotonic() + DEADLINE
         while not self.probe.wait_change("button", 0.3):
@@ -96,9 +97,9 @@ class RowTestCase(DesktopTestCase):
             self.move_about(button)
         self.wait_still(self.around(button))
         self.probe.click(button)
-        self.assert_row_order(0, 2)
+        self.assert_row_order(0, rows + 1)
         self.probe.move(BESIDE_ROWS)
-        self.wait_still(self.panel.row_area(0, 2))
+        self.wait_still(self.panel.row_area(0, rows + 1))
 
     def assert_row_order(self, applications_row, rows):
         """Of so many rows, one shows the applications."""
