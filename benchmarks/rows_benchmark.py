@@ -12,6 +12,8 @@ What the lines mean:
   opening              from before Super-Tab's press until the panel has shown for a while
   Tab step             one further press of Tab
   row step             one press of Down, to the next row
+  scroll step          one press of Left or Right over the ends of a row, from end to end; it scrolls
+                       a row that is longer than the screen
   resident memory      RssAnon after the first opening and after all of them
 """
 
@@ -134,9 +136,9 @@ class RowsPanel:
             raise RuntimeError("the panel does not let go")
         time.sleep(0.1)
 
-    def step(self, key):
-        for _ in range(STEPS):
-            self.probe.tap(key)
+    def step(self, *keys):
+        for index in range(STEPS):
+            self.probe.tap(keys[index % len(keys)])
             time.sleep(0.05)
 
     def open_briefly(self):
@@ -182,7 +184,7 @@ def main():
 
 
 def measure(panel, arguments):
-    openings, tabs, rows = [], [], []
+    openings, tabs, rows, scrolls = [], [], [], []
     if arguments.hold:
         input(f"The program is process {panel.program.pid}; Return goes on. ")
     for _ in range(arguments.rounds):
@@ -193,9 +195,14 @@ def measure(panel, arguments):
             panel.desktop.run(["import", "-window", "root", arguments.picture])
             arguments.picture = None
         panel.dismiss()
+        panel.open()
+        panel.probe.tap("Left")  # To the first item.
+        scrolls.append(panel.cost(lambda: panel.step("Left", "Right")) / STEPS)
+        panel.dismiss()
     tell("opening", openings)
     tell("Tab step", tabs)
     tell("row step", rows)
+    tell("scroll step", scrolls)
     memory = [panel.anonymous_memory()]
     for done in range(1, arguments.openings + 1):
         panel.open_briefly()
