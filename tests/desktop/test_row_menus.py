@@ -180,6 +180,20 @@ class FitNotice(SessionTestCase, RowTestCase):
         self.assert_notice_gone()
 
 
+class MostRows(SessionTestCase, RowTestCase):
+    # Four rows of icons that do not shrink fit the screen.
+    settings = {**RowTestCase.settings, "LowerTabRowItemHaloHeight": 83}
+
+    def test_one_row_more_than_fits_is_refused_with_a_message(self):
+        self.open_by_corner()
+        for rows in (1, 2, 3):
+            self.add_row(rows)
+        self.press_add_button(4)
+        self.answer_dialog("Maximum Tab Rows")
+        self.assert_row_order(0, 4)
+        self.assertTrue(self.panel_window_is_up(), "the panel has gone with the message")
+
+
 class AllApplications(MenuTestCase):
     def test_hide_all_leaves_the_one_in_front(self):
         self.open_by_corner()
