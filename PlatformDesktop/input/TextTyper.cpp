@@ -12,9 +12,8 @@ namespace qb {
 
 namespace {
 
-/// How long a program may take to look up what a key means that it has got.
-constexpr TimeInterval lookUpTime = 0.1;
-/// The same at the end, when nobody waits for it.
+/// How long a program may take to look up what a key means that it has got, when nobody waits for
+/// its looking.
 constexpr TimeInterval givingBackDelay = 0.4;
 
 void sleepFor(TimeInterval seconds) {
@@ -115,7 +114,7 @@ bool TextTyper::type(const std::vector<Item>& items, EventFlags modifiers, const
         // A key must keep its meaning until who got it has looked it up.
         if (!spareKeys_.isEmpty()) {
           injection.sync();
-          sleepFor(lookUpTime);
+          sleepFor(lookUpTime_);
         }
         if (!spareKeys_.lend(missingFrom(items, i, *layout), spare)) {
           complete = false;

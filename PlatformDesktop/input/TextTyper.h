@@ -37,6 +37,10 @@ class TextTyper {
     performLater_ = std::move(performLater);
   }
 
+  /// How long programs get to look up the meaning of a key before it gets another one: there is no
+  /// telling when they have.
+  void setLookUpTime(TimeInterval time) { lookUpTime_ = time; }
+
   /// UTF-8; what is none of it is left out. Control characters press the keys that they stand for.
   /// The modifiers, of those that combinations have, are down all the while. False when the server
   /// cannot type, or not every character; the others are typed then.
@@ -69,6 +73,7 @@ class TextTyper {
   /// Those that were lent when the layout was read.
   std::vector<std::uint8_t> lentBefore_;
   Moment lastUse_ = 0;
+  TimeInterval lookUpTime_ = 0.1;
   bool returnIsScheduled_ = false;
   std::shared_ptr<const bool> lifeSign_ = std::make_shared<const bool>(true);
 };

@@ -21,6 +21,8 @@ using ::testing::IsEmpty;
 
 class TextTyping : public InputDesk {
  protected:
+  // The client of the tests may be kept waiting by a busy machine.
+  TextTyping() { typer().setLookUpTime(2); }
   TextTyper& typer() { return input_->typer(); }
   /// Types while the client reads, as programs do.
   bool type(const std::string& text, EventFlags modifiers = 0) {
