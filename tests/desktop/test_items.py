@@ -10,9 +10,9 @@ from test_rows import RowTestCase
 CONTROL_ALT_T = (17, 0x40000 | 0x80000)
 GREY = "808080"
 RED_TINT = ((255, 128, 128), 0.33)
-# How it is offered, and the ground of a light menu.
+# How it is offered, and on which ground.
 RED_TILE = ((255, 128, 128), 0.8)
-MENU_GROUND = "f7f7f8"
+TILE_GROUND = "ffffff"
 # The menu of decorations: its own edge, a heading, the badges, a separator, a heading, the tints.
 MENU_EDGE = 5
 HEADING = 16
@@ -178,7 +178,7 @@ class LowScreen(GreyItems):
         left, top, width, height = menu
         red = self.tint(menu, 0)
         self.probe.move((left + width // 2, top + height - 12))
-        self.wait_tinted(red, MENU_GROUND, RED_TILE)
+        self.wait_tinted(red, TILE_GROUND, RED_TILE)
         self.probe.click(red)
         self.wait_tinted(self.icon(1), GREY, RED_TINT)
         self.wait_until_menus_close()

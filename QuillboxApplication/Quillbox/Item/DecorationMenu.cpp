@@ -8,6 +8,7 @@
 #include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/managers/DecorationManager.h"
 #include "QuillboxCommon/RunLoop.h"
+#include "QuillboxCommon/views/Canvas.h"
 #include "QuillboxCommon/views/ImageView.h"
 #include "QuillboxCommon/views/LabelView.h"
 #include "QuillboxCommon/views/RoundedRectangleView.h"
@@ -33,6 +34,16 @@ constexpr double tintCornerRadius = 5, tintBorderWidth = 3;
 /// The highlight goes at once, comes back after one of these, and goes after another.
 constexpr TimeInterval flashInterval = 0.1F;
 
+/// A translucent tile that looks the same on the ground of every menu: as on white.
+class TintTile : public RoundedRectangleView {
+ public:
+  using RoundedRectangleView::RoundedRectangleView;
+  void draw(Canvas& canvas) override {
+    canvas.fill(Path::roundedRect(bounds(), cornerRadius()), Color::white());
+    RoundedRectangleView::draw(canvas);
+  }
+};
+
 std::shared_ptr<GridViewItem> cellOf(std::shared_ptr<View> view, std::string name) {
   return std::make_shared<GridViewItem>(GridViewItem{std::move(view), std::move(name)});
 }
@@ -44,7 +55,7 @@ std::shared_ptr<GridViewItem> pictureCell(const std::string& badge) {
 }
 
 std::shared_ptr<GridViewItem> colorCell(const std::string& name, const Color& tint) {
-  auto view = std::make_shared<RoundedRectangleView>(tintCell);
+  auto view = std::make_shared<TintTile>(tintCell);
   view->setCornerRadius(tintCornerRadius);
   view->setBackgroundColor(tint.withAlpha(offeredTintAlpha));
   view->setRenderBorder(false);

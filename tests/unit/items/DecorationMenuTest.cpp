@@ -177,6 +177,18 @@ TEST_F(DecorationMenuTest, TintsAreColouredTilesAndThePictureForNone) {
   EXPECT_EQ(none->frame().size, (Size{30, 30}));
 }
 
+TEST_F(DecorationMenuTest, TilesLookTheSameOnEveryGround) {
+  create();
+  auto* tile = dynamic_cast<RoundedRectangleView*>(gridOf(tintEntry)->items()[4]->view.get());
+  ASSERT_NE(tile, nullptr);
+  RecordingCanvas canvas(tile->bounds());
+  tile->draw(canvas);
+  ASSERT_EQ(canvas.operations().size(), 2U);
+  EXPECT_EQ(canvas.operations()[0].color, Color::white());
+  EXPECT_EQ(canvas.operations()[1].color, tile->backgroundColor());
+  EXPECT_EQ(canvas.operations()[0].path, canvas.operations()[1].path);
+}
+
 TEST_F(DecorationMenuTest, TheHighlightFramesTheCellUnderThePointer) {
   create();
   use([this](SimulatedMenuUser& user) {
