@@ -97,7 +97,8 @@ int MenuStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_MenuScrollerHeight:
       return scrollerHeight;
     case PM_SubMenuOverlap:
-      return -1;
+      // Beside the highlight, over the menu's border.
+      return MenuLook::menuMargin - 1;
     default:
       return QProxyStyle::pixelMetric(metric, option, widget);
   }

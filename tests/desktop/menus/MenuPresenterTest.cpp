@@ -177,7 +177,12 @@ TEST_F(MenuPresenterTest, ASubmenuOpensByResting) {
   one->setSubmenu(submenu);
   when("shown", shown(), [&] { pointAt(*one); });
   when(
-      "submenu shown", [&] { return isShown(*submenu); }, [&] { pointAt(*inner); });
+      "submenu shown", [&] { return isShown(*submenu); },
+      [&] {
+        const int rightOfMenu = 40 + static_cast<int>(presenter.menuSize(*menu).width);
+        EXPECT_EQ(innermost()->x(), rightOfMenu - 1) << "they share a border";
+        pointAt(*inner);
+      });
   when("inner highlighted", highlighted(inner), [&] {
     EXPECT_TRUE(isHighlighted(*one)) << "the way to the submenu stays highlighted";
     shoot("submenu");
