@@ -176,6 +176,8 @@ TEST_F(ItemConfigureMenuTest, ClearingAHotKeyEndsItAndSaysSo) {
   EXPECT_FALSE(isRegistered(keyCodeT));
   platform.runFor(0.01);
   ASSERT_EQ(platform.windowServer().visibleWindows().size(), windows + 1);
+  EXPECT_THAT(platform.windowServer().paint(*platform.windowServer().windows().back()).texts(),
+              ElementsAre("Hot Key Cleared", "Hot Key Cleared"));
   platform.runFor(2.1);
   EXPECT_EQ(platform.windowServer().visibleWindows().size(), windows);
 }

@@ -65,6 +65,22 @@ TEST_F(ItemDragsTest, ItsStateIsWhatAPasteboardGetsButInNoType) {
   EXPECT_EQ(item->pasteboardPropertyListForType("any"), item->state());
 }
 
+TEST_F(ItemDragsTest, AnItemThatIsArrangeableButNotDraggableStays) {
+  for (const std::int32_t dragability : {0, DragabilityMovesOutOfRow + 0}) {
+    makeOpenRow(3);
+    provider->item(1).setArrangeable(true);
+    provider->item(1).setDragability(dragability);
+    select(1);
+    Event press;
+    press.type = EventTypeLeftMouseDown;
+    press.location = row->convertPointToView({87, 40}, nullptr);
+    row->mouseDownInEventCaptureView(press, row->selectionViews().eventCaptureView());
+    provider->log.clear();
+    moveTo({60, 10});
+    EXPECT_EQ(countOf(provider->log, "drag item1"), dragability == 0 ? 0 : 1);
+  }
+}
+
 TEST_F(ItemDragsTest, AnItemThatCannotTakeTheDragDimsUntilItsEnd) {
   const auto item = Item::create(cell, picture(), "One");
   item->setupForDragOperation(drag, drag.dragTypes());
