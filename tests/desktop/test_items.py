@@ -200,6 +200,72 @@ class Removal(GreyItems):
         self.assertTrue(self.probe.wait_pixel(self.icon(1), GREY))
 
 
+class Chooser(GreyItems):
+    """A window like a row, of three items of 96 by 96, in which one is chosen."""
+
+    height = 96 + 60
+    first_left, item_width = 24, 96
+
+    def chooser(self):
+        """Its area, or None."""
+        return next((area for area in self.probe.windows("quillbox") if area[3] == self.height), None)
+
+    def open_chooser(self):
+        self.open_by_corner()
+        self.open_menu(1)
+        # After those for the hot key and for the removal.
+        for key in ("Down", "Down", "Down", "Return"):
+            self.probe.tap(key)
+        self.assertTrue(self.desktop.wait_until(self.chooser), "no chooser opens")
+        # The notice of the launch may still lie over it.
+        gone = self.desktop.wait_until(lambda: self.notice[0] not in self.probe.windows("quillbox"))
+        self.assertTrue(gone, "the notice stays")
+        self.wait_still(self.chooser())
+
+    def item(self, index):
+        left, top, _, height = self.chooser()
+        return (left + self.first_left + index * self.item_width + self.item_width // 2, top + height // 2)
+
+    def label(self, index):
+        """Where the name of an item shows that is selected."""
+        x, _ = self.item(index)
+        _, top, _, height = self.chooser()
+        return (x - 20, top + height - 20, 40, 14)
+
+    def assert_chosen(self, name):
+        line = self.program.wait_for_line(lambda line: line.startswith("chose "))
+        self.assertIsNotNone(line, "nothing is chosen")
+        self.assertEqual(self.program.lines[line], "chose " + name)
+        self.assertTrue(self.desktop.wait_until(lambda: not self.chooser()), "the chooser stays")
+
+    def test_the_pointer_chooses(self):
+        self.open_chooser()
+        self.assert_changes(
+            self.label(2), lambda: self.probe.move(self.item(2)), "the pointer does not select"
+        )
+        self.probe.click(self.item(2))
+        self.assert_chosen("Third")
+
+    def test_the_keys_choose(self):
+        self.open_chooser()
+        for index, key in ((0, "Right"), (1, "Tab")):
+            self.assert_changes(
+                self.label(index), lambda key=key: self.probe.tap(key), f"{key} does not select"
+            )
+        self.probe.tap("Return")
+        self.assert_chosen("Second")
+
+    def test_escape_chooses_nothing(self):
+        self.open_chooser()
+        self.probe.tap("Escape")
+        self.assert_chosen("nothing")
+
+    def test_another_application_that_comes_forward_ends_it(self):
+        self.open_chooser()
+        self.probe.activate("Alpha")
+        self.assert_chosen("nothing")
+
+
 class ItemMenu(ItemTestCase):
     """Of applications, whose menu has but the entry of the hot key."""
 

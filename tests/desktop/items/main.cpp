@@ -1,5 +1,6 @@
 // The resident program with one more row, below the applications: three grey items, "Item 0" to
-// "Item 2" by name and identity, as a user could have made them. Says "invoked NAME".
+// "Item 2" by name and identity, as a user could have made them. Says "invoked NAME". Their menus
+// have an entry besides, by which the user chooses one of three such items: says "chose NAME".
 #include <QApplication>
 #include <clocale>
 #include <memory>
@@ -23,6 +24,7 @@ namespace {
 constexpr qb::Size pictureSize{128, 128};
 constexpr qb::Color grey = qb::Color::colorWithCalibratedRed(0.5, 0.5, 0.5, 1);
 constexpr int greyItemCount = 3;
+constexpr qb::Size chooserItemSize{96, 96};
 
 class GreyItem : public qb::CustomItem {
  public:
@@ -40,8 +42,24 @@ class GreyItem : public qb::CustomItem {
     });
   }
   void invoke() override { qb::log("invoked " + name()); }
+  MenuItems configureMenuItems() override {
+    MenuItems items = CustomItem::configureMenuItems();
+    items.insert(items.begin() + 2,
+                 qb::MenuItem::create("Choose...", menuAction("choose", &GreyItem::choose)));
+    return items;
+  }
 
  private:
+  void choose(qb::MenuItem& /*menuItem*/) {
+    std::vector<std::shared_ptr<Item>> items;
+    for (const char* name : {"First", "Second", "Third"}) {
+      items.push_back(create({{0, 0}, chooserItemSize}, name));
+    }
+    qb::quillbox->presentItemChooserWithTitle(
+        "Choose an Item", items, chooserItemSize, [](const std::shared_ptr<Item>& item) {
+          qb::log("chose " + (item ? item->name() : "nothing"));
+        });
+  }
   GreyItem(const qb::Rect& frame, const std::string& name)
       : CustomItem(frame,
                    qb::PropertyList::dictionary({{"Item Name", name}, {"Item Unique ID", name}})) {}
