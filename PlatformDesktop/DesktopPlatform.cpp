@@ -62,7 +62,7 @@ DesktopPlatform::DesktopPlatform(const ScreenFormats& formats)
       applicationControl_(runLoopHost_),
       distributedNotifications_(sessionBus_),
       pasteboards_(fileSystem_),
-      scripts_({applicationControl_, catalogue_, processes_, workspace_, dialogs_}),
+      scripts_({applicationControl_, catalogue_, processes_, dialogs_}),
       sharedFileLists_(fileSystem_, processes_, catalogue_),
       sharing_(catalogue_),
       userDefaults_(fileSystem_),

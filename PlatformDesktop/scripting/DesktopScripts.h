@@ -16,14 +16,13 @@ class DesktopScripts : public Scripts {
     const DesktopApplicationControl& application;
     ApplicationCatalogue& catalogue;
     DesktopProcesses& processes;
-    DesktopWorkspace& workspace;
     Dialogs& dialogs;
   };
   /// All of them must outlive this.
   explicit DesktopScripts(const Parts& parts)
       : application_(parts.application),
         dialogs_(parts.dialogs),
-        applications_(parts.catalogue, parts.processes, parts.workspace) {}
+        applications_(parts.catalogue, parts.processes) {}
 
   /// What types; without one nothing can be typed. Null before it goes.
   void setTyper(TextTyper* typer) { typer_ = typer; }

@@ -4,7 +4,6 @@
 
 #include "PlatformDesktop/processes/ApplicationCatalogue.h"
 #include "PlatformDesktop/processes/DesktopProcesses.h"
-#include "PlatformDesktop/processes/DesktopWorkspace.h"
 #include "QuillboxCommon/scripting/ScriptHost.h"
 
 namespace qb {
@@ -20,10 +19,9 @@ struct ScriptPatience {
 /// roles that the desktop's own programs play ("Finder" is the file manager). Main thread.
 class ScriptApplications {
  public:
-  /// All of them must outlive this.
-  ScriptApplications(ApplicationCatalogue& catalogue, DesktopProcesses& processes,
-                     DesktopWorkspace& workspace)
-      : catalogue_(catalogue), processes_(processes), workspace_(workspace) {}
+  /// Both must outlive this.
+  ScriptApplications(ApplicationCatalogue& catalogue, DesktopProcesses& processes)
+      : catalogue_(catalogue), processes_(processes) {}
 
   /// The bundle identifier that a script means; empty for a name that stands for no role.
   static std::string identifierOf(const ScriptApplication& application);
@@ -54,7 +52,6 @@ class ScriptApplications {
 
   ApplicationCatalogue& catalogue_;
   DesktopProcesses& processes_;
-  DesktopWorkspace& workspace_;
   ScriptPatience patience_;
 };
 

@@ -12,7 +12,6 @@
 #include "PlatformDesktop/input/DesktopInput.h"
 #include "PlatformDesktop/processes/ApplicationCatalogue.h"
 #include "PlatformDesktop/processes/DesktopProcesses.h"
-#include "PlatformDesktop/processes/DesktopWorkspace.h"
 #include "PlatformDesktop/runloop/QtRunLoopHost.h"
 #include "PlatformDesktop/scripting/DesktopScripts.h"
 #include "PlatformDesktop/session/DesktopApplicationControl.h"
@@ -72,10 +71,9 @@ class ScriptDesk : public ::testing::Test {
   RunLoop loop{host};
   ApplicationCatalogue catalogue{host};
   DesktopProcesses processes;
-  DesktopWorkspace workspace{processes, catalogue};
   DesktopApplicationControl application{host};
   PromptDialogs dialogs;
-  DesktopScripts scripts{{application, catalogue, processes, workspace, dialogs}};
+  DesktopScripts scripts{{application, catalogue, processes, dialogs}};
   std::unique_ptr<DesktopInput> input;
 };
 
