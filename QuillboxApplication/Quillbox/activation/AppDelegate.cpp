@@ -1,5 +1,6 @@
 #include "Quillbox/activation/AppDelegate.h"
 
+#include <string_view>
 #include <utility>
 
 #include "Platform/ApplicationControl.h"
@@ -31,6 +32,7 @@ namespace {
 
 /// Time for a menu or an item to finish what it does when it asks for the dismissal.
 constexpr TimeInterval dismissalDelay = 0.01;
+constexpr std::string_view dismissalSelector = "dismissQuillbox";
 /// After the first activation, when the panel has been seen.
 constexpr TimeInterval userTipsDelay = 0.5;
 
@@ -199,6 +201,7 @@ void AppDelegate::activateApplicationWithActivationMethod(std::int32_t method) {
 void AppDelegate::dismissApplicationWithInvocation(bool invocation, bool reactivatePreviousApp) {
   if (activationState_ == ActivationStateInactive) return;
   setActivationState(ActivationStateInactive);
+  RunLoop::main().cancelPreviousPerformRequests(this, dismissalSelector);
   inputMonitor_->noteDismissal();
   removeSecondaryHotKeys();
   dismissWindowWithInvocation(invocation, reactivatePreviousApp);
@@ -207,7 +210,9 @@ void AppDelegate::dismissApplicationWithInvocation(bool invocation, bool reactiv
 }
 
 void AppDelegate::dismissQuillbox() {
-  RunLoop::main().performAfterDelay(this, "dismissQuillbox", dismissalDelay,
+  // What an item asks for while its panel is going must not end one that comes up right after.
+  if (activationState_ == ActivationStateInactive) return;
+  RunLoop::main().performAfterDelay(this, dismissalSelector, dismissalDelay,
                                     [this] { dismissApplicationWithInvocation(false, false); });
 }
 

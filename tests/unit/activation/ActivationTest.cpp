@@ -153,6 +153,32 @@ TEST_F(ActivationTest, DismissQuillboxWhileInactiveDoesNothing) {
   EXPECT_EQ(dismissals(), 0);
 }
 
+TEST_F(ActivationTest, DismissQuillboxIsForThePresentActivationOnly) {
+  open(ActivationMethodCommandDoubleTap);
+  quillbox->dismissQuillbox();
+  close();
+  open(ActivationMethodCommandDoubleTap);
+  platform.runFor(1);
+  EXPECT_TRUE(isActive());
+}
+
+TEST_F(ActivationTest, PanelThatComesUpRightAfterASwitchStaysAndInvokes) {
+  // The row asks for the dismissal of the panel that is just going.
+  appDelegate->settingsChanged();
+  keyboard().type(KeyCodeTab, {KeyCodeLeftCommand});
+  platform.runFor(0.25);
+  ASSERT_FALSE(isActive());
+  ASSERT_EQ(invocations(), 1);
+  hold({KeyCodeLeftCommand, KeyCodeTab});
+  platform.runFor(0.2);
+  EXPECT_TRUE(isActive());
+  keyboard().release(KeyCodeTab);
+  keyboard().release(KeyCodeLeftCommand);
+  platform.runFor(0.25);
+  EXPECT_FALSE(isActive());
+  EXPECT_EQ(invocations(), 2);
+}
+
 TEST_F(ActivationTest, QuickReactivationCancelsTheReturnOfThePreviousApplication) {
   open(ActivationMethodCommandDoubleTap);
   appDelegate->dismissApplicationWithInvocation(false, true);
