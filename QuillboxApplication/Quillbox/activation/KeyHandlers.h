@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "Quillbox/activation/KeyHandler.h"
+#include "QuillboxCommon/WeakList.h"
 
 namespace qb {
 
@@ -19,7 +19,8 @@ class KeyHandlers {
   KeyHandlers(const KeyHandlers&) = delete;
   KeyHandlers& operator=(const KeyHandlers&) = delete;
 
-  /// Registers a hot key too, with the modifier of the present activation method.
+  /// Registers a hot key too, with the modifier of the present activation method. Both last until
+  /// they are removed or the target goes; null asks for nothing.
   void installKeyCodeHandler(std::uint16_t keyCode, const std::shared_ptr<KeyHandlerTarget>& target,
                              std::string action);
   /// Takes the hot key back at once. The handler leaves in the next pass of the loop: it may just
@@ -30,7 +31,8 @@ class KeyHandlers {
 
  private:
   AppDelegate& appDelegate_;
-  std::vector<std::shared_ptr<KeyHandler>> keyHandlers_;
+  /// Of all targets, in order of installation.
+  WeakList<KeyHandler> keyHandlers_ = arrayWithWeakReferences<KeyHandler>();
 };
 
 }  // namespace qb

@@ -107,6 +107,33 @@ TEST_F(KeyHandlersTest, TargetThatHasGoneIsNotCalled) {
   tap(key);
 }
 
+TEST_F(KeyHandlersTest, TargetThatGoesGivesItsKeysBackAtOnce) {
+  open(ActivationMethodCommandDoubleTap);
+  quillbox->installKeyCodeHandler(key, target, "act");
+  ASSERT_TRUE(isRegistered(0));
+  target.reset();
+  EXPECT_FALSE(isRegistered(0));
+  close();
+  keyboard().type(key);
+  EXPECT_THAT(keysReceivedByOthers(), ElementsAre(key));
+}
+
+TEST_F(KeyHandlersTest, TargetMayGoWhileItsHandlerLeaves) {
+  open(ActivationMethodCommandTab);
+  quillbox->installKeyCodeHandler(key, target, "act");
+  quillbox->removeKeyCodeHandler(key, target);
+  target.reset();
+  platform.runPending();
+  EXPECT_FALSE(isRegistered(HotKeyModifierCommand));
+}
+
+TEST_F(KeyHandlersTest, WithoutATargetNoKeyIsTaken) {
+  open(ActivationMethodCommandTab);
+  quillbox->installKeyCodeHandler(key, nullptr, "act");
+  quillbox->removeKeyCodeHandler(key, nullptr);
+  EXPECT_FALSE(isRegistered(HotKeyModifierCommand));
+}
+
 TEST_F(KeyHandlersTest, RemovedHandlerLosesItsHotKeyAtOnceAndLeavesInTheNextPass) {
   open(ActivationMethodCommandTab);
   quillbox->installKeyCodeHandler(key, target, "act");
