@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <memory>
 
 #include "QuillboxCommon/views/Event.h"
@@ -37,13 +38,29 @@ class MenuPresenter {
                          const std::shared_ptr<MenuItem>& positioningItem, Point location) = 0;
   virtual bool menuIsOpen() const = 0;
 
-  /// In points, as the menu would be shown now.
-  virtual Size menuSize(const Menu& menu) const = 0;
+  /// In points, as the menu would be shown now: all items below each other, as wide as the widest.
+  Size menuSize(const Menu& menu) const;
 
   /// Gives the open menu a key that came another way, since the keyboard is held by the event tap.
   /// True when it was one that menus understand: the arrows, Home, End, Page Up, Page Down, Return,
   /// Enter, Space and Escape, whatever came of it. False without an open menu.
   virtual bool keyDown(const Event& event) = 0;
+
+ protected:
+  /// Of one item, or of the view that it shows instead.
+  virtual Size itemSize(const MenuItem& item) const = 0;
+  /// What the menu itself adds to its items, on both sides together.
+  virtual Size margins() const = 0;
 };
+
+inline Size MenuPresenter::menuSize(const Menu& menu) const {
+  Size items;
+  for (const auto& item : menu.items()) {
+    const Size one = itemSize(*item);
+    items = {std::max(items.width, one.width), items.height + one.height};
+  }
+  const Size around = margins();
+  return {items.width + around.width, items.height + around.height};
+}
 
 }  // namespace qb

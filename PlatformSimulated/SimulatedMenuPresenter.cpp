@@ -18,32 +18,6 @@ constexpr double itemHeight = 20;
 constexpr double separatorHeight = 10;
 constexpr double heightBesides = 8;
 
-/// A window that is part of the menu: nothing of it is seen from outside.
-class HiddenPeer : public WindowPeer {
- public:
-  void setFrame(const Rect&) override {}
-  void setLevel(std::int64_t) override {}
-  void setCollectionBehavior(std::uint64_t) override {}
-  void setStyleMask(std::uint64_t) override {}
-  void setHasShadow(bool) override {}
-  void setOpaque(bool) override {}
-  void setTitle(const std::string&) override {}
-  void setBackgroundColor(const Color&) override {}
-  void setBackgroundBlurRadius(std::int64_t) override {}
-  void setContentAlphaValue(double) override {}
-  void orderFront() override {}
-  void makeKeyAndOrderFront() override {}
-  void orderOut() override {}
-  void setNeedsDisplay(const Rect&) override {}
-};
-
-class HiddenPeerFactory : public WindowPeerFactory {
- public:
-  std::unique_ptr<WindowPeer> createWindowPeer(WindowPeerClient&) override {
-    return std::make_unique<HiddenPeer>();
-  }
-};
-
 std::string shownTitle(const MenuItem& item) {
   return item.attributedTitle().isEmpty() ? item.title() : item.attributedTitle().string();
 }
@@ -191,22 +165,17 @@ std::vector<std::string> SimulatedMenuPresenter::shownItems(const Menu& menu) {
   return lines;
 }
 
-Size SimulatedMenuPresenter::menuSize(const Menu& menu) const {
-  Size size{0, heightBesides};
-  for (const auto& item : menu.items()) {
-    if (item->isSeparatorItem()) {
-      size.height += separatorHeight;
-    } else if (item->view()) {
-      size.height += item->view()->frame().height();
-      size.width = std::max(size.width, item->view()->frame().width() + widthBesidesView);
-    } else {
-      const double characters = static_cast<double>(shownTitle(*item).size());
-      size.height += itemHeight;
-      size.width = std::max(size.width, characters * widthOfCharacter + widthBesides);
-    }
+Size SimulatedMenuPresenter::itemSize(const MenuItem& item) const {
+  if (item.isSeparatorItem()) return {0, separatorHeight};
+  if (item.view()) {
+    const Size view = item.view()->frame().size;
+    return {view.width + widthBesidesView, view.height};
   }
-  return size;
+  const auto characters = static_cast<double>(shownTitle(item).size());
+  return {characters * widthOfCharacter + widthBesides, itemHeight};
 }
+
+Size SimulatedMenuPresenter::margins() const { return {0, heightBesides}; }
 
 bool SimulatedMenuPresenter::keyDown(const Event& event) {
   if (!menuIsOpen() || closing_) return false;
@@ -378,8 +347,7 @@ void SimulatedMenuPresenter::showView(OpenMenu& open, MenuItem& item) {
     open.windows.erase(known);
   }
   if (!item.view()) return;
-  HiddenPeerFactory factory;
-  open.windows.emplace(&item, std::make_unique<MenuItemWindow>(factory, item.view()));
+  open.windows.emplace(&item, std::make_unique<MenuItemWindow>(item.view(), nullptr));
 }
 
 }  // namespace qb

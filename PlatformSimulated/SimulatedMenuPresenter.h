@@ -69,9 +69,6 @@ class SimulatedMenuPresenter : public MenuPresenter, private MenuObserver {
   bool popUpMenu(const std::shared_ptr<Menu>& menu,
                  const std::shared_ptr<MenuItem>& positioningItem, Point location) override;
   bool menuIsOpen() const override { return !open_.empty(); }
-  /// 7 points for each character of the longest title and 42 besides, or the widest view and 10;
-  /// 20 points for each item, 10 for a separator, a view's own height, and 8 besides.
-  Size menuSize(const Menu& menu) const override;
   bool keyDown(const Event& event) override;
 
   /// How long the pointer rests on an item until its submenu opens.
@@ -99,6 +96,13 @@ class SimulatedMenuPresenter : public MenuPresenter, private MenuObserver {
 
   /// For the pointer: a press beside the menu.
   void pressOutside();
+
+ protected:
+  /// As wide as 7 points for each character of the title and 42 besides, or the view and 10; 20
+  /// points high, a separator 10, a view as high as itself.
+  Size itemSize(const MenuItem& item) const override;
+  /// 8 points above and below together.
+  Size margins() const override;
 
  private:
   friend class SimulatedMenuUser;

@@ -148,9 +148,13 @@ void DesktopMenuPresenter::takePointer() {
   if (QWindow* const window = root_->windowHandle()) window->setMouseGrabEnabled(true);
 }
 
-Size DesktopMenuPresenter::menuSize(const Menu& menu) const {
-  const QSize size = MenuLook::sizeOfMenu(menu);
+Size DesktopMenuPresenter::itemSize(const MenuItem& item) const {
+  const QSize size = item.view() ? MenuLook::sizeOfView(*item.view()) : MenuLook::sizeOfItem(item);
   return {static_cast<double>(size.width()), static_cast<double>(size.height())};
+}
+
+Size DesktopMenuPresenter::margins() const {
+  return {2 * MenuLook::menuMargin, 2 * MenuLook::menuMargin};
 }
 
 bool DesktopMenuPresenter::keyDown(const Event& event) {

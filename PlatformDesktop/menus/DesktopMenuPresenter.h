@@ -20,11 +20,12 @@ class DesktopMenuPresenter : public QObject, public MenuPresenter, private MenuO
   bool popUpMenu(const std::shared_ptr<Menu>& menu,
                  const std::shared_ptr<MenuItem>& positioningItem, Point location) override;
   bool menuIsOpen() const override { return root_ != nullptr; }
-  Size menuSize(const Menu& menu) const override;
   bool keyDown(const Event& event) override;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  Size itemSize(const MenuItem& item) const override;
+  Size margins() const override;
 
  private:
   void menuItemChanged(Menu& menu, MenuItem& item) override;

@@ -35,42 +35,6 @@ class MenuCanvas : public QPainterCanvas {
 
 }  // namespace
 
-/// What of a window matters inside of a menu: asking for paint.
-class MenuItemWidget::Peer : public WindowPeer {
- public:
-  explicit Peer(MenuItemWidget& widget) : widget_(widget) {}
-  void setFrame(const Rect&) override {}
-  void setLevel(std::int64_t) override {}
-  void setCollectionBehavior(std::uint64_t) override {}
-  void setStyleMask(std::uint64_t) override {}
-  void setHasShadow(bool) override {}
-  void setOpaque(bool) override {}
-  void setTitle(const std::string&) override {}
-  void setBackgroundColor(const Color&) override {}
-  void setBackgroundBlurRadius(std::int64_t) override {}
-  void setContentAlphaValue(double) override {}
-  void orderFront() override {}
-  void makeKeyAndOrderFront() override {}
-  void orderOut() override {}
-  void setNeedsDisplay(const Rect& rect) override {
-    widget_.update(qtRect(rect).toAlignedRect().translated(widget_.viewOrigin()));
-  }
-
- private:
-  MenuItemWidget& widget_;
-};
-
-class MenuItemWidget::PeerFactory : public WindowPeerFactory {
- public:
-  explicit PeerFactory(MenuItemWidget& widget) : widget_(widget) {}
-  std::unique_ptr<WindowPeer> createWindowPeer(WindowPeerClient&) override {
-    return std::make_unique<Peer>(widget_);
-  }
-
- private:
-  MenuItemWidget& widget_;
-};
-
 MenuItemWidget::MenuItemWidget(const std::shared_ptr<View>& view, TextCache& texts)
     : view_(view),
       texts_(texts),
@@ -78,8 +42,9 @@ MenuItemWidget::MenuItemWidget(const std::shared_ptr<View>& view, TextCache& tex
   setMouseTracking(true);
   setAttribute(Qt::WA_TransparentForMouseEvents, !takesMouse_);
   setFocusPolicy(Qt::NoFocus);
-  PeerFactory factory(*this);
-  window_ = std::make_unique<MenuItemWindow>(factory, view_);
+  window_ = std::make_unique<MenuItemWindow>(view_, [this](const Rect& rect) {
+    update(qtRect(rect).toAlignedRect().translated(viewOrigin()));
+  });
 }
 
 MenuItemWidget::~MenuItemWidget() = default;

@@ -37,8 +37,6 @@ class MenuItemWidget : public QWidget {
   void moveEvent(QMoveEvent* event) override;
 
  private:
-  class Peer;
-  class PeerFactory;
   QSize viewSize() const;
   QPoint viewOrigin() const;
   void deliver(EventType type, const QMouseEvent& event);

@@ -136,16 +136,6 @@ QSize MenuLook::sizeOfView(const View& view) {
   return QSizeF(size.width, size.height + 2 * viewPadding).toSize();
 }
 
-QSize MenuLook::sizeOfMenu(const Menu& menu) {
-  QSize size(0, 0);
-  for (const auto& item : menu.items()) {
-    QSize one = sizeOfItem(*item);
-    if (item->view()) one = sizeOfView(*item->view());
-    size = QSize(std::max(size.width(), one.width()), size.height() + one.height());
-  }
-  return size + QSize(2 * menuMargin, 2 * menuMargin);
-}
-
 void MenuLook::drawItem(QPainter& painter, const QRect& rect, const MenuItem& item,
                         bool highlighted) {
   const MenuColors& colors = MenuColors::current();

@@ -34,8 +34,6 @@ class MenuLook {
   static QSize sizeOfItem(const MenuItem& item);
   /// What an item with that view needs.
   static QSize sizeOfView(const View& view);
-  /// The whole menu with its views and margins.
-  static QSize sizeOfMenu(const Menu& menu);
 
   static void drawItem(QPainter& painter, const QRect& rect, const MenuItem& item,
                        bool highlighted);

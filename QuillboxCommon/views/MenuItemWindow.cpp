@@ -1,8 +1,48 @@
 #include "QuillboxCommon/views/MenuItemWindow.h"
 
+#include <utility>
+
 namespace qb {
 
-MenuItemWindow::MenuItemWindow(WindowPeerFactory& factory, const std::shared_ptr<View>& view)
+class MenuItemWindow::Peer : public WindowPeer {
+ public:
+  explicit Peer(NeedsDisplay needsDisplay) : needsDisplay_(std::move(needsDisplay)) {}
+  void setFrame(const Rect&) override {}
+  void setLevel(std::int64_t) override {}
+  void setCollectionBehavior(std::uint64_t) override {}
+  void setStyleMask(std::uint64_t) override {}
+  void setHasShadow(bool) override {}
+  void setOpaque(bool) override {}
+  void setTitle(const std::string&) override {}
+  void setBackgroundColor(const Color&) override {}
+  void setBackgroundBlurRadius(std::int64_t) override {}
+  void setContentAlphaValue(double) override {}
+  void orderFront() override {}
+  void makeKeyAndOrderFront() override {}
+  void orderOut() override {}
+  void setNeedsDisplay(const Rect& rect) override {
+    if (needsDisplay_) needsDisplay_(rect);
+  }
+
+ private:
+  NeedsDisplay needsDisplay_;
+};
+
+class MenuItemWindow::PeerFactory : public WindowPeerFactory {
+ public:
+  explicit PeerFactory(NeedsDisplay needsDisplay) : needsDisplay_(std::move(needsDisplay)) {}
+  std::unique_ptr<WindowPeer> createWindowPeer(WindowPeerClient&) override {
+    return std::make_unique<Peer>(std::move(needsDisplay_));
+  }
+
+ private:
+  NeedsDisplay needsDisplay_;
+};
+
+MenuItemWindow::MenuItemWindow(const std::shared_ptr<View>& view, NeedsDisplay needsDisplay)
+    : MenuItemWindow(view, PeerFactory(std::move(needsDisplay))) {}
+
+MenuItemWindow::MenuItemWindow(const std::shared_ptr<View>& view, PeerFactory&& factory)
     : Window(factory, {{0, 0}, view->frame().size}), view_(view) {
   setStyleMask(0);
   setOpaque(false);

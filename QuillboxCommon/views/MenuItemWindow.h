@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "QuillboxCommon/views/Window.h"
@@ -13,8 +14,11 @@ namespace qb {
 /// menu can be opened and used in one stroke. Main thread.
 class MenuItemWindow : public Window {
  public:
-  /// As large as the view, which leaves its superview for this window.
-  MenuItemWindow(WindowPeerFactory& factory, const std::shared_ptr<View>& view);
+  /// Asks whoever shows the menu for a `paint` of that rectangle, its origin at the top left.
+  using NeedsDisplay = std::function<void(const Rect&)>;
+  /// As large as the view, which leaves its superview for this window. Of all that a window asks
+  /// of its platform only paint matters inside a menu; `needsDisplay` may be empty.
+  MenuItemWindow(const std::shared_ptr<View>& view, NeedsDisplay needsDisplay);
   ~MenuItemWindow() override;
 
   void deliver(const Event& event) override;
@@ -22,6 +26,9 @@ class MenuItemWindow : public Window {
   void pointerLeft();
 
  private:
+  class Peer;
+  class PeerFactory;
+  MenuItemWindow(const std::shared_ptr<View>& view, PeerFactory&& factory);
   void follow(const std::shared_ptr<View>& view);
 
   std::shared_ptr<View> view_;
