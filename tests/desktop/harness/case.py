@@ -1,13 +1,9 @@
 """The base of all desktop tests."""
 
-import time
 import unittest
 
 from .desktop import Desktop, three_applications
 from .panel import Panel
-
-# No hand presses a chord sooner than this after the one before.
-HAND_SECONDS = 0.03
 
 
 class DesktopTestCase(unittest.TestCase):
@@ -83,12 +79,11 @@ class DesktopTestCase(unittest.TestCase):
         self.assertTrue(self.panel.wait_hidden(), "the panel does not go away")
 
     def assert_input_is_free(self):
-        """The last switch is over: the panel's window is away, nobody holds the keyboard, and a hand
-        has had the time to come back. The application is in front some milliseconds before."""
+        """The last switch is over: the panel's window is away and nobody holds the keyboard. The
+        application is in front some milliseconds before."""
         away = self.desktop.wait_until(lambda: not self.panel_window_is_up())
         self.assertTrue(away, "the panel's window stays")
         self.assertTrue(self.probe.wait_input_free(), "keyboard or pointer is grabbed")
-        time.sleep(HAND_SECONDS)
 
     def panel_window_is_up(self):
         """A mapped window of the program's that is as high as the screen; a notice is smaller."""
