@@ -1,5 +1,6 @@
 #include "QuillboxPreferences/controls/Card.h"
 
+#include <QEvent>
 #include <QFrame>
 #include <QLabel>
 #include <QScrollArea>
@@ -19,6 +20,16 @@ QLabel* label(const QString& text, const char* role) {
   made->setWordWrap(true);
   return made;
 }
+
+class WheelFilter : public QObject {
+ public:
+  using QObject::QObject;
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() != QEvent::Wheel) return false;
+    event->ignore();
+    return true;
+  }
+};
 
 void addSeparator(QVBoxLayout& card) {
   if (card.count() == 0) return;
@@ -96,6 +107,8 @@ ToggleSwitch* addSwitch(QVBoxLayout& card, const QString& title, const QString& 
   return made;
 }
 
+void leaveWheelToPage(QWidget& control) { control.installEventFilter(new WheelFilter(&control)); }
+
 void ValueSlider::show(int number) const {
   const QSignalBlocker silence(slider);
   slider->setValue(number);
@@ -112,6 +125,7 @@ ValueSlider addSlider(QVBoxLayout& card, const QString& title, const QString& ca
   made.slider->setRange(least, greatest);
   made.slider->setFixedWidth(190);
   made.slider->setAccessibleName(title);
+  leaveWheelToPage(*made.slider);
   made.value->setWordWrap(false);
   made.value->setMinimumWidth(52);
   made.value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

@@ -24,6 +24,10 @@ void addWideRow(QVBoxLayout& card, QWidget* control);
 ToggleSwitch* addSwitch(QVBoxLayout& card, const QString& title, const QString& caption,
                         const std::function<void(bool)>& changed);
 
+/// A wheel that scrolls the page goes on when `control` comes under the pointer, and changes
+/// nothing.
+void leaveWheelToPage(QWidget& control);
+
 /// A slider that says its value.
 struct ValueSlider {
   QSlider* slider = nullptr;

@@ -11,6 +11,7 @@ GeneralPage::GeneralPage(PreferencesModel& model) : model_(model) {
   widget_ = makePage(QStringLiteral("General"), [this](QVBoxLayout& page) {
     QVBoxLayout& clipboard = *addCard(page, QStringLiteral("CLIPBOARD HISTORY"));
     clipboard_ = new QComboBox;
+    leaveWheelToPage(*clipboard_);
     // In the order of the modes' numbers.
     clipboard_->addItem(QStringLiteral("Only for items that use it"));
     clipboard_->addItem(QStringLiteral("Always"));

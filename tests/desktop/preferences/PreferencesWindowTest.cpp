@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QSlider>
 #include <QTimer>
+#include <QWheelEvent>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -240,6 +241,21 @@ TEST_F(PreferencesWindowTest, ShowsTheAccessThatIsPublished) {
                         std::string(QuillboxInformationType));
     EXPECT_THAT(words(), ElementsAre(access ? "Granted" : "Not granted"));
   }
+}
+
+TEST_F(PreferencesWindowTest, AWheelThatScrollsThePageChangesNothing) {
+  const PropertyList before = savedDefaults();
+  std::vector<QWidget*> controls;
+  for (auto* const slider : window.findChildren<QSlider*>()) controls.push_back(slider);
+  for (auto* const box : window.findChildren<QComboBox*>()) controls.push_back(box);
+  for (QWidget* const each : controls) {
+    for (const int turn : {-120, 120}) {
+      QWheelEvent wheel(QPointF(5, 5), QPointF(5, 5), {}, {0, turn}, Qt::NoButton, Qt::NoModifier,
+                        Qt::NoScrollPhase, false);
+      QApplication::sendEvent(each, &wheel);
+    }
+  }
+  EXPECT_THAT(changedKeys(before, saved()), IsEmpty());
 }
 
 }  // namespace
