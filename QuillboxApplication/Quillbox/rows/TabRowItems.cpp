@@ -199,7 +199,7 @@ void TabRow::selectRemembered(const RememberedSelection& remembered) {
 bool TabRow::removeItemFromTabRow(const std::shared_ptr<Item>& item, bool confirmation) {
   // Held: a provider that asks the user runs the loop.
   const auto self = sharedFrom(*this);
-  const auto removed = item;
+  const auto removed = sharedFrom(*item);
   if (!source().removeItemFromTabRow(*removed, confirmation)) return false;
   noteItemHasLeft(removed);
   // Who was asked has looked away from the row; a quick removal goes on with another item.
@@ -209,7 +209,7 @@ bool TabRow::removeItemFromTabRow(const std::shared_ptr<Item>& item, bool confir
 
 bool TabRow::trashItem(const std::shared_ptr<Item>& item) {
   const auto self = sharedFrom(*this);
-  const auto trashed = item;
+  const auto trashed = sharedFrom(*item);
   if (!source().moveItemToTrash(*trashed)) return false;
   noteFileOfItemHasMoved(trashed);
   return true;
@@ -217,7 +217,7 @@ bool TabRow::trashItem(const std::shared_ptr<Item>& item) {
 
 bool TabRow::moveItem(const std::shared_ptr<Item>& item, const std::string& toFolderAtPath) {
   const auto self = sharedFrom(*this);
-  const auto moved = item;
+  const auto moved = sharedFrom(*item);
   if (!source().moveItem(*moved, toFolderAtPath)) return false;
   noteFileOfItemHasMoved(moved);
   return true;

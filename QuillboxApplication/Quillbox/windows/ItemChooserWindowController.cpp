@@ -199,15 +199,17 @@ void ItemChooserWindowController::selectItemAtDistance(std::int64_t distance) {
   setSelectedItem(items_[static_cast<std::size_t>(index)], SelectionMethodKeyboard);
 }
 
-void ItemChooserWindowController::chooseSelectedItem() { complete(selectedItem_); }
+void ItemChooserWindowController::chooseSelectedItem() {
+  // Held: who hears of it may close the window.
+  complete(std::shared_ptr<Item>(selectedItem_));
+}
 
 void ItemChooserWindowController::cancel() { complete(nullptr); }
 
 void ItemChooserWindowController::complete(const std::shared_ptr<Item>& choice) {
-  const auto chosen = choice;
   dismiss();
   // Once, whatever else still comes.
-  if (const Completion completion = std::exchange(completionBlock_, nullptr)) completion(chosen);
+  if (const Completion completion = std::exchange(completionBlock_, nullptr)) completion(choice);
 }
 
 void ItemChooserWindowController::dismiss() {
