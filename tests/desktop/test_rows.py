@@ -271,8 +271,8 @@ class ItemButtons(RowTestCase):
     def test_configure_button_shows_after_a_rest_and_goes_with_the_selection(self):
         self.open_by_corner()
         x, y = self.panel.icon(1)
-        # The halo is 83 wide; the button's middle lies 2 left of its right edge, 3 below its top.
-        button = self.around((x + 41 - 2, y - 41 + 3))
+        # The halo is 83 wide; of the button's 20, 8 lie right of that. The halo comes at once.
+        button = (x + 41 + 2, y - 41, 3, 6)
         self.wait_still(button)
         self.probe.remember("without", button)
         self.probe.move(self.panel.icon(1))
