@@ -101,7 +101,7 @@ DesktopInputHost DesktopPlatform::inputHost() {
           .currentMode = [this] { return runLoop_->currentMode(); },
           .pointerSpace = [this] { return pointerSpace(); },
           .isOwnWindow = [this](std::uint32_t id) { return windowServer_.isOwnWindow(id); },
-          .isAllowed = [this] { return inputIsAllowed(); },
+          .isAllowed = [this] { return inputPermission_.isGranted(); },
           .deliverKey = [this](const TappedEvent& key) { deliverKey(key); }};
 }
 
@@ -130,11 +130,6 @@ void DesktopPlatform::setInput(std::unique_ptr<DesktopInput> input) {
       [this](const TappedEvent& event) { return input_->eventTap().tapPointerEvent(event); });
   windowServer_.pointerInput().setLeftControl(
       [this] { return input_->keyboard().controlIsTheLeftOne(); });
-}
-
-bool DesktopPlatform::inputIsAllowed() const {
-  if (userDefaults_.boolForKey(kInputAccessIsDeniedKey)) return false;
-  return !accessibilitySwitch_.isOff() || !userDefaults_.boolForKey(kInputAccessFollowsDesktopKey);
 }
 
 /// A program file is one only while it runs: opened as a file it may be a script to be read.

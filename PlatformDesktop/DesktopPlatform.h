@@ -29,6 +29,7 @@
 #include "PlatformDesktop/session/DesktopSharing.h"
 #include "PlatformDesktop/session/DesktopUserDefaults.h"
 #include "PlatformDesktop/session/DesktopUserNotifications.h"
+#include "PlatformDesktop/session/InputPermission.h"
 #include "PlatformDesktop/session/SessionBus.h"
 #include "PlatformDesktop/windows/DesktopWindowPictures.h"
 #include "PlatformDesktop/windows/DesktopWindowServer.h"
@@ -89,7 +90,6 @@ class DesktopPlatform : public Platform {
   DesktopInputHost inputHost();
   void setInput(std::unique_ptr<DesktopInput> input);
   PointerSpace pointerSpace() const;
-  bool inputIsAllowed() const;
   bool openApplication(const std::string& path);
   /// The user has given or taken back the access to the desktop's input.
   void noteAccess();
@@ -125,6 +125,7 @@ class DesktopPlatform : public Platform {
   DesktopSharing sharing_;
   DesktopTrash trash_;
   DesktopUserDefaults userDefaults_;
+  InputPermission inputPermission_{userDefaults_, accessibilitySwitch_};
   DesktopUserNotifications userNotifications_;
   std::unique_ptr<DesktopInput> input_;
   bool wasTrusted_ = false;

@@ -2,53 +2,12 @@
 
 #include <gmock/gmock.h>
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVirtualObject>
-
+#include "Assistance.h"
 #include "EventWait.h"
 #include "PrivateBus.h"
 
 namespace qb::test {
 namespace {
-
-const QString objectPath = QStringLiteral("/org/a11y/bus");
-const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
-
-/// A desktop's assistive technologies.
-class Assistance : public QDBusVirtualObject {
- public:
-  Assistance(const QString& bus, bool enabled)
-      : connection_(QDBusConnection::connectToBus(bus, QStringLiteral("assistance"))),
-        enabled_(enabled) {
-    EXPECT_TRUE(connection_.registerVirtualObject(objectPath, this));
-    EXPECT_TRUE(connection_.registerService(QStringLiteral("org.a11y.Bus")));
-  }
-  ~Assistance() override { QDBusConnection::disconnectFromBus(QStringLiteral("assistance")); }
-
-  void enable(bool enabled) {
-    enabled_ = enabled;
-    QDBusMessage signal =
-        QDBusMessage::createSignal(objectPath, properties, QStringLiteral("PropertiesChanged"));
-    signal << QStringLiteral("org.a11y.Status")
-           << QVariantMap{{QStringLiteral("IsEnabled"), enabled}} << QStringList();
-    EXPECT_TRUE(connection_.send(signal));
-  }
-  int questions() const { return questions_; }
-
-  QString introspect(const QString&) const override { return {}; }
-  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
-    const QList<QVariant> wanted{QStringLiteral("org.a11y.Status"), QStringLiteral("IsEnabled")};
-    if (message.member() != "Get" || message.arguments() != wanted) return false;
-    ++questions_;
-    return connection.send(message.createReply(QVariant::fromValue(QDBusVariant(enabled_))));
-  }
-
- private:
-  QDBusConnection connection_;
-  bool enabled_;
-  int questions_ = 0;
-};
 
 TEST(AccessibilitySwitchTest, IsNotOffWithoutABus) {
   SessionBus bus{QString()};
