@@ -50,7 +50,7 @@ void KeyHandlers::removeKeyCodeHandler(std::uint16_t keyCode,
     return handler->keyCode == keyCode && !handler->removed;
   });
   if (found == handlers.end()) return;
-  const std::shared_ptr<KeyHandler> handler = *found;
+  const std::shared_ptr<KeyHandler>& handler = *found;
   handler->removed = true;
   handler->hotKeyRef.reset();
   RunLoop::main().performAfterDelay(this, "removeKeyHandler:", 0, [handler] {
