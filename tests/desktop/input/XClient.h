@@ -32,8 +32,8 @@ class XClient : public Pump {
   };
 
   explicit XClient(const std::string& display);
-  /// Waits for the server: of a client that hangs up it may drop what it has not read yet, and a key
-  /// whose release is dropped stays down for good.
+  /// Waits for the server: of a client that hangs up it may drop what it has not read yet, and a
+  /// key whose release is dropped stays down for good.
   ~XClient() override { sync(); }
 
   xcb_connection_t* xcb() const { return connection_.get(); }
