@@ -32,7 +32,6 @@
 #include "Quillbox/rows/HostView.h"
 #include "Quillbox/rows/TabRow.h"
 #include "Quillbox/windows/ItemChooserWindowController.h"
-#include "QuillboxCommon/Format.h"
 #include "QuillboxCommon/views/Window.h"
 
 namespace qb {
@@ -165,16 +164,6 @@ std::shared_ptr<MenuItem> Quillbox::customMenuItemWithImage(const Image& image,
                                                             const std::string& label,
                                                             MenuItem::Action action) const {
   return menuHelpers_->customMenuItemWithImage(image, label, std::move(action));
-}
-
-// Pictures.
-
-Image Quillbox::imageNamed(const std::string& name) {
-  if (isYosemiteOrLater()) {
-    Image image = platform_.graphics().imageNamed(stringWithFormat("%@Yosemite", name));
-    if (image) return image;
-  }
-  return platform_.graphics().imageNamed(name);
 }
 
 // The system.

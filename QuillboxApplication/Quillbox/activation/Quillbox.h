@@ -111,11 +111,6 @@ class Quillbox {
   std::shared_ptr<MenuItem> customMenuItemWithImage(const Image& image, const std::string& label,
                                                     MenuItem::Action action) const;
 
-  // Pictures.
-  /// A picture of the program's own; empty when there is none of that name. From Yosemite on one
-  /// that is made for it, where there is such a one.
-  Image imageNamed(const std::string& name);
-
   // The system; see SystemVersion, AccessibilityAccess and PreferencePanes.
   void systemVersionMajor(std::int16_t* major, std::int16_t* minor, std::int16_t* revision) const;
   bool isMountainLionOrEarlier() const;
@@ -154,7 +149,8 @@ class Quillbox {
   void shareImageViaEmail(const Image& image);
 
   // Images.
-  /// Of the program's own resources: a variant for later systems where there is one and it is due.
+  /// A picture of the program's own; empty when there is none of that name. From Yosemite on one
+  /// that is made for it, where there is such a one.
   Image imageNamed(const std::string& name) const;
   /// See utilities/WindowImages, also for the next. The owner of the window is not looked at.
   Image generateWindowImageWithID(std::uint32_t windowID,
