@@ -8,6 +8,7 @@ from harness.panel import Panel
 from test_rows import RowTestCase
 
 CONTROL_ALT_T = (17, 0x40000 | 0x80000)
+CONTROL_ALT_E = (14, 0x40000 | 0x80000)
 GREY = "808080"
 RED_TINT = ((255, 128, 128), 0.33)
 # How it is offered, and on which ground.
@@ -15,6 +16,8 @@ RED_TILE = ((255, 128, 128), 0.8)
 TILE_GROUND = "ffffff"
 # The menu of decorations: its own edge, a heading, the badges, a separator, a heading, the tints.
 MENU_EDGE = 5
+# Of the entry that shows the keys: their picture with all that is around it.
+KEYS_HEIGHT = 24 + 16 + 30 + 6
 HEADING = 16
 GRID_WIDTH = 280
 TINTS_HEIGHT = 50
@@ -367,29 +370,54 @@ class HotKeys(ItemTestCase):
         """It is wider than any menu of an item, and not as high as the panel."""
         return any(area[2] > 300 for area in self.menus())
 
-    def record(self, hot_keys):
+    def record(self, letter, hot_keys):
         """The dialog listens soon after it shows; before that the keys would be lost."""
         self.assertTrue(self.desktop.wait_until(self.dialog_is_up), "no dialog opens")
         for _ in range(5):
-            self.probe.tap("Control_L", "Alt_L", "t")
+            self.probe.tap("Control_L", "Alt_L", letter)
             if self.desktop.wait_until(lambda: self.desktop.read_hot_keys() == hot_keys, 3):
                 return
         self.fail(f"{self.desktop.read_hot_keys()} is recorded")
+
+    def close_dialog(self):
+        self.probe.tap("Return")
+        closed = self.desktop.wait_until(lambda: not self.dialog_is_up())
+        self.assertTrue(closed, "the dialog stays")
 
     def test_the_menu_of_an_application_gives_it_one(self):
         self.open_alphas_menu()
         # The only entry.
         self.probe.tap("Down")
         self.probe.tap("Return")
-        self.record({self.alpha_path(): CONTROL_ALT_T})
-        self.probe.tap("Return")
-        closed = self.desktop.wait_until(lambda: not self.dialog_is_up())
-        self.assertTrue(closed, "the dialog stays")
+        self.record("t", {self.alpha_path(): CONTROL_ALT_T})
+        self.close_dialog()
         self.close_panel()
         start = len(self.gamma.events)
         self.probe.tap("Control_L", "Alt_L", "t")
         self.assert_active("Alpha")
         self.assertNotIn("press t", self.gamma.events[start:])
+
+    def test_a_click_on_the_keys_in_the_menu_changes_it(self):
+        self.desktop.write_hot_keys({self.alpha_path(): CONTROL_ALT_T})
+        self.open_alphas_menu()
+        menu = self.menus()[0]
+        self.probe.tap("Down")
+        self.probe.tap("Right")
+        both = self.desktop.wait_until(lambda: len(self.menus()) == 2)
+        self.assertTrue(both, "the keys do not show")
+        left, top, width, _ = next(area for area in self.menus() if area != menu)
+        keys = (left + width // 2, top + MENU_EDGE + KEYS_HEIGHT // 2)
+        self.assert_changes(
+            (left + 20, keys[1] - 2, width - 40, 4),
+            lambda: self.probe.move(keys),
+            "the keys do not light up",
+        )
+        self.probe.click(keys)
+        self.record("e", {self.alpha_path(): CONTROL_ALT_E})
+        self.close_dialog()
+        self.close_panel()
+        self.probe.tap("Control_L", "Alt_L", "e")
+        self.assert_active("Alpha")
 
     def test_the_menu_takes_it_away(self):
         self.desktop.write_hot_keys({self.alpha_path(): CONTROL_ALT_T})
