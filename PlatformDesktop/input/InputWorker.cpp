@@ -200,7 +200,13 @@ void InputWorker::handleRawKey(const xcb_input_raw_key_press_event_t& event, boo
     seen.kind = InputEvent::Kind::KeyDownSeen;
     queue_.push(seen);
   }
-  if (!span_.contains(event.full_sequence)) observeKey(key, down);
+  if (span_.contains(event.full_sequence)) return;
+  observeKey(key, down);
+  // The press came while the keyboard was ours, the release does not: it is another program's.
+  if (!down && taken_.test(key)) {
+    taken_.reset(key);
+    applyHold();
+  }
 }
 
 /// A key on its way to another program, unless one of our grabs brings it in its own event.
