@@ -9,6 +9,13 @@
 
 namespace qb::test {
 
+namespace {
+
+/// The code of a key that nobody takes.
+constexpr std::uint16_t probe = 101;
+
+}  // namespace
+
 void LogRecorder::write(std::string_view text) {
   const std::lock_guard lock(mutex_);
   lines_.emplace_back(text);
@@ -101,7 +108,6 @@ bool InputDesk::waitFor(const std::function<bool()>& predicate) {
 }
 
 void InputDesk::typeProbe() {
-  constexpr std::uint16_t probe = 101;
   const auto code = *KeyCodeTable::xCodeFromKeyCode(probe);
   client_.tap(probe);
   ASSERT_TRUE(waitFor([&] {
@@ -115,6 +121,27 @@ void InputDesk::typeProbe() {
             input_.tapped.back().type == EventTypeKeyUp);
   })) << "the tap did not see the probe";
   std::erase_if(input_.tapped, [](const TappedEvent& event) { return event.keyCode == probe; });
+}
+
+bool InputDesk::chordIsTaken(const std::vector<std::uint16_t>& modifiers, std::uint16_t keyCode) {
+  // A window manager that has just begun may have moved the focus.
+  client_.takeFocus();
+  client_.keys.clear();
+  for (const auto modifier : modifiers) client_.press(modifier);
+  client_.tap(keyCode);
+  for (const auto modifier : modifiers) client_.release(modifier);
+  // Again and again, since while the keyboard is held for the chord it goes there, too.
+  const auto got = [this](std::uint16_t key) {
+    const auto code = *KeyCodeTable::xCodeFromKeyCode(key);
+    return std::any_of(client_.keys.begin(), client_.keys.end(),
+                       [code](const XClient::Key& each) { return each.code == code; });
+  };
+  const bool probed = waitFor([&] {
+    if (!got(probe)) client_.tap(probe);
+    return got(probe);
+  });
+  EXPECT_TRUE(probed) << "the probe did not reach the client";
+  return !got(keyCode);
 }
 
 void InputDesk::superTabTap() {

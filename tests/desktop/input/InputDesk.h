@@ -84,6 +84,9 @@ class InputDesk : public ::testing::Test {
   /// Types a key that nobody takes and waits until the client has it: all that went before has
   /// been handed out by then.
   void typeProbe();
+  /// Types the chord into the client, and answers whether it has been spared the key. To try to
+  /// grab the chord would tell as well, but keep it from the input just when that comes for it.
+  bool chordIsTaken(const std::vector<std::uint16_t>& modifiers, std::uint16_t keyCode);
   /// A whole Super+Tab, released in the usual order.
   void superTabTap();
   /// Waits until the client has lost and got the keyboard once more.
