@@ -106,10 +106,12 @@ ComposedWindow::ComposedWindow(const ScreenFormats& formats, xcb_window_t window
 
   const std::uint32_t background = resultPixmap_;
   xcb_change_window_attributes(c, window_, XCB_CW_BACK_PIXMAP, &background);
-  xcb_shape_rectangles(c, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_UNSORTED,
-                       window_, 0, 0, 0, nullptr);
+  xcb_shape_rectangles(c, XCB_SHAPE_SO_SET, shapeKind(), XCB_CLIP_ORDERING_UNSORTED, window_, 0, 0,
+                       0, nullptr);
   const xcb_rectangle_t all = xcbRectangle(QRect({}, size));
-  xcb_render_fill_rectangles(c, XCB_RENDER_PICT_OP_SRC, contentPicture_, {0, 0, 0, 0}, 1, &all);
+  for (const xcb_render_picture_t picture : {contentPicture_, resultPicture_}) {
+    xcb_render_fill_rectangles(c, XCB_RENDER_PICT_OP_SRC, picture, {0, 0, 0, 0}, 1, &all);
+  }
   picture_ = std::make_unique<SharedPicture>(c, contentPixmap_, size);
 }
 
@@ -173,10 +175,12 @@ void ComposedWindow::show(int x, int y) {
   // Where the window has not been, the desktop beneath is still to be had.
   const QRegion added = shown_ ? visible - shape_ : visible;
   if (blending_ == Blending::Here) captureDesktop(added);
-  const QRegion changed = (shown_ ? stale_ & visible : visible) + added;
+  QRegion changed = (shown_ ? stale_ & visible : visible) + added;
+  // What is not to be seen any more has to go itself where the shape does not cut it off.
+  if (blending_ == Blending::ByCompositor) changed += shape_ - visible;
   compose(changed);
   stale_ -= visible;
-  if (shown_) copyToWindow(changed & shape_);
+  if (shown_) copyToWindow(blending_ == Blending::Here ? changed & shape_ : changed);
   setShape(visible);
   if (!shown_) xcb_map_window(formats_.connection, window_);
   shown_ = true;
@@ -233,11 +237,18 @@ void ComposedWindow::copyToWindow(const QRegion& region) {
   }
 }
 
+/// A compositor may miss a shape that changes while the window is not on the screen, and go on
+/// showing what the last one let through. It needs none to blend the window: there only the
+/// pointer's own shape follows what is painted.
+std::uint8_t ComposedWindow::shapeKind() const {
+  return blending_ == Blending::ByCompositor ? XCB_SHAPE_SK_INPUT : XCB_SHAPE_SK_BOUNDING;
+}
+
 void ComposedWindow::setShape(const QRegion& region) {
   if (region == shape_) return;
   shape_ = region;
   const std::vector<xcb_rectangle_t> rectangles = xcbRectangles(region);
-  xcb_shape_rectangles(formats_.connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING,
+  xcb_shape_rectangles(formats_.connection, XCB_SHAPE_SO_SET, shapeKind(),
                        XCB_CLIP_ORDERING_YX_BANDED, window_, 0, 0,
                        static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
 }

@@ -5,6 +5,7 @@
 
 #include <QColor>
 #include <QRegion>
+#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -31,7 +32,8 @@ struct ScreenFormats {
 /// other (`result`), which is the window's background, so that the server itself shows it the
 /// moment the window is mapped and whenever something uncovers it. Without a compositor the window
 /// is shaped to where something is painted: around it the desktop simply stays in sight, and only
-/// the desktop beneath is copied, on the server. Nothing here waits for the server.
+/// the desktop beneath is copied, on the server. With one, clicks go through the rest of it alike.
+/// Nothing here waits for the server.
 class ComposedWindow {
  public:
   /// Whether a compositor blends the window with the desktop. It decides the window's depth.
@@ -68,6 +70,7 @@ class ComposedWindow {
   void compose(const QRegion& region);
   void composeRect(const QRect& rect);
   void setShape(const QRegion& region);
+  std::uint8_t shapeKind() const;
   QRegion visibleRegion() const;
   void copyToWindow(const QRegion& region);
 

@@ -7,7 +7,7 @@ import unittest
 
 from harness import PROGRAM
 from harness.case import DesktopTestCase
-from harness.desktop import Desktop
+from harness.desktop import Application, Desktop
 
 LONG = 60
 
@@ -156,6 +156,23 @@ class Compositor(DesktopTestCase):
             self.super_tab()
             self.assert_active("Alpha")
         self.assertEqual(seen[0], 0)
+
+    def test_wider_panel_is_not_cut_to_the_last_one(self):
+        self.open_panel()
+        self.probe.up("Super_L")
+        self.assert_active("Alpha")
+        self.assert_panel_gone()
+        for name, colour in (("Delta", "c0c030"), ("Epsilon", "30c0c0")):
+            Application(name, colour, (940, 540, 300, 200)).start(self.desktop)
+        self.panel = self.panel.with_count(5)
+        x, y, width, height = self.panel.row
+        for name, left in (("left", x + 10), ("right", x + width - 20)):
+            self.probe.remember(name, (left, y + height // 2, 10, 10))
+        self.open_panel()
+        for name in ("left", "right"):
+            self.assertTrue(self.probe.wait_change(name), f"the {name} end is cut off")
+        self.probe.up("Super_L")
+        self.assert_panel_gone()
 
     def test_compositor_that_ends_and_comes_back(self):
         self.desktop.compositor.end()
