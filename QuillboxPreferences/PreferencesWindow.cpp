@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -16,9 +17,16 @@
 
 namespace qb {
 
+namespace {
+
+/// What a window manager adds around a window.
+constexpr QSize roomForFrame(16, 48);
+
+}  // namespace
+
 PreferencesWindow::PreferencesWindow(PreferencesModel& model) : model_(model) {
   setWindowTitle(QStringLiteral("Quillbox Preferences"));
-  resize(820, 640);
+  resize(QSize(820, 640).boundedTo(screen()->availableSize() - roomForFrame));
   setMinimumSize(720, 480);
   pages_.push_back(std::make_unique<ActivationPage>(model));
   pages_.push_back(std::make_unique<AppearancePage>(model));

@@ -3,6 +3,8 @@
 #include <QGridLayout>
 #include <QPainter>
 #include <QPainterPath>
+
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <utility>
@@ -27,8 +29,10 @@ bool areAlike(const Color& a, const Color& b) {
 }  // namespace
 
 QColor toQColor(const Color& color) {
-  return QColor::fromRgbF(static_cast<float>(color.red()), static_cast<float>(color.green()),
-                          static_cast<float>(color.blue()), static_cast<float>(color.alpha()));
+  // A file may hold anything.
+  const auto part = [](double value) { return static_cast<float>(std::clamp(value, 0.0, 1.0)); };
+  return QColor::fromRgbF(part(color.red()), part(color.green()), part(color.blue()),
+                          part(color.alpha()));
 }
 
 Swatch::Swatch(QColor color, QWidget* parent) : QAbstractButton(parent), color_(color) {
