@@ -74,7 +74,10 @@ bool takePlace(const std::string& temporary, const std::string& path, bool oldIs
     aside = moveAside(path);
     if (aside.empty()) return false;
   }
-  if (std::rename(temporary.c_str(), path.c_str()) == 0) return true;
+  if (std::rename(temporary.c_str(), path.c_str()) == 0) {
+    if (!aside.empty()) log(path + " could not be read and is kept as " + aside + ".");
+    return true;
+  }
   if (!aside.empty()) std::rename(aside.c_str(), path.c_str());
   return false;
 }

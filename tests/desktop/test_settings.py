@@ -46,6 +46,8 @@ class SettingsFile(DesktopTestCase):
         self.assert_active("Alpha")
         self.assertEqual(kept.read_bytes(), content)
         self.assert_is_whole_file_of_defaults(path)
+        said = f"{path} could not be read and is kept as {kept}."
+        self.assertIn(said, self.desktop.program.output)
 
     def assert_is_whole_file_of_defaults(self, path):
         settings = plistlib.loads(path.read_bytes())
