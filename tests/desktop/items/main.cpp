@@ -1,16 +1,11 @@
 // The resident program with one more row, below the applications: three grey items, "Item 0" to
 // "Item 2" by name and identity, as a user could have made them. Says "invoked NAME". Their menus
 // have an entry besides, by which the user chooses one of three such items: says "chose NAME".
-#include <QApplication>
-#include <clocale>
 #include <memory>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "Platform/Graphics.h"
-#include "PlatformDesktop/DesktopPlatform.h"
-#include "PlatformDesktop/StandardErrorLog.h"
 #include "Quillbox/Item/CustomItem.h"
 #include "Quillbox/activation/AppDelegate.h"
 #include "Quillbox/activation/Quillbox.h"
@@ -18,6 +13,7 @@
 #include "Quillbox/rows/HostView.h"
 #include "QuillboxCommon/Log.h"
 #include "QuillboxCommon/views/Canvas.h"
+#include "ResidentProgram.h"
 
 namespace {
 
@@ -89,24 +85,9 @@ class GreyProvider : public qb::TabRowProvider {
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  const qb::StandardErrorLog log;
-  qputenv("QT_NO_GLIB", "1");
-  QApplication application(argc, argv);
-  std::setlocale(LC_NUMERIC, "C");
-  QApplication::setQuitOnLastWindowClosed(false);
-  QApplication::setApplicationName("quillbox");
-  auto created = qb::DesktopPlatform::create();
-  if (const auto* error = std::get_if<qb::DesktopPlatformError>(&created)) {
-    qb::log(error->message);
-    return 4;
-  }
-  auto& platform = *std::get<std::unique_ptr<qb::DesktopPlatform>>(created);
-  const auto delegate = qb::AppDelegate::create(platform);
-  delegate->applicationDidFinishLaunching();
-  // The program's own row comes a moment later, and on top.
-  delegate->hostView()->createTabRowAtIndex(0, std::make_shared<GreyProvider>(), true);
-  qb::log("Quillbox is ready");
-  QApplication::exec();
-  delegate->applicationWillTerminate();
-  return 0;
+  return qb::test::runResidentProgram(argc, argv, [](qb::AppDelegate& delegate) {
+    // The program's own row comes a moment later, and on top.
+    delegate.hostView()->createTabRowAtIndex(0, std::make_shared<GreyProvider>(), true);
+    qb::log("Quillbox is ready");
+  });
 }
