@@ -29,6 +29,8 @@ struct Placement {
   Rect frame;
 };
 
+void PrintTo(const Placement& placement, std::ostream* out) { *out << placement.name; }
+
 class PopUpViewPlacementTest : public testing::TestWithParam<Placement> {};
 
 TEST_P(PopUpViewPlacementTest, IsPlaced) {

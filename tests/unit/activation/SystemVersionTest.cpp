@@ -13,6 +13,8 @@ struct Row {
   bool mountainLionOrEarlier, yosemiteOrLater, elCapitanOrLater;
 };
 
+void PrintTo(const Row& row, std::ostream* out) { *out << row.words; }
+
 class SystemVersionTest : public testing::TestWithParam<Row> {};
 
 TEST_P(SystemVersionTest, IsReadFromTheSystemsWords) {

@@ -205,6 +205,8 @@ struct ResultRow {
   const char* told;
 };
 
+void PrintTo(const ResultRow& row, std::ostream* out) { *out << row.told; }
+
 class FileOperationResultsTest : public FileOperationsTest,
                                  public testing::WithParamInterface<ResultRow> {};
 

@@ -11,6 +11,10 @@ struct Row {
   const char* name;
 };
 
+void PrintTo(const Row& row, std::ostream* out) {
+  *out << row.system << (row.hasVariant ? "" : " without a variant");
+}
+
 class NamedImagesTest : public testing::TestWithParam<Row> {};
 
 TEST_P(NamedImagesTest, LaterSystemsHaveTheirVariantWhereThereIsOne) {
