@@ -55,7 +55,9 @@ QString styleSheetOf(const Theme& colors) {
     QPushButton:pressed { background: %2; }
     QPushButton:default { background: %5; border-color: %5; color: %6; }
     QComboBox { background: %7; border: 1px solid %2; border-radius: 7px; padding: 6px 12px;
-      color: %3; }
+      padding-right: 30px; color: %3; }
+    QComboBox::drop-down { border: none; }
+    QComboBox::down-arrow { image: none; }
     QComboBox:focus { border-color: %5; }
     QComboBox QAbstractItemView { background: %1; color: %3; selection-background-color: %5;
       selection-color: %6; border: 1px solid %2; }

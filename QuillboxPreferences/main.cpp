@@ -6,6 +6,7 @@
 #include <clocale>
 
 #include "PlatformDesktop/StandardErrorLog.h"
+#include "PlatformDesktop/graphics/ProgramIcon.h"
 #include "PlatformDesktop/session/ColorScheme.h"
 #include "QuillboxPreferences/PreferencesModel.h"
 #include "QuillboxPreferences/PreferencesWindow.h"
@@ -20,6 +21,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("quillbox-preferences"));
   QApplication::setApplicationDisplayName(QStringLiteral("Quillbox Preferences"));
   QApplication::setDesktopFileName(QStringLiteral("quillbox-preferences"));
+  QApplication::setWindowIcon(qb::programIcon());
 
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("Changes the settings of Quillbox."));

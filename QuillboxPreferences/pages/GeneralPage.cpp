@@ -1,8 +1,7 @@
 #include "QuillboxPreferences/pages/GeneralPage.h"
 
-#include <QComboBox>
-
 #include "QuillboxPreferences/controls/Card.h"
+#include "QuillboxPreferences/controls/DropDown.h"
 #include "QuillboxPreferences/controls/ToggleSwitch.h"
 
 namespace qb {
@@ -10,12 +9,11 @@ namespace qb {
 GeneralPage::GeneralPage(PreferencesModel& model) : model_(model) {
   widget_ = makePage(QStringLiteral("General"), [this](QVBoxLayout& page) {
     QVBoxLayout& clipboard = *addCard(page, QStringLiteral("CLIPBOARD HISTORY"));
-    clipboard_ = new QComboBox;
-    leaveWheelToPage(*clipboard_);
+    clipboard_ = new DropDown;
     // In the order of the modes' numbers.
     clipboard_->addItem(QStringLiteral("Only for items that use it"));
     clipboard_->addItem(QStringLiteral("Always"));
-    QObject::connect(clipboard_, &QComboBox::activated, clipboard_, [this](int mode) {
+    QObject::connect(clipboard_, &DropDown::activated, clipboard_, [this](int mode) {
       model_.change(
           [mode](Settings& settings) { settings.setClipboardManagerHistoryCaptureMode(mode); });
     });

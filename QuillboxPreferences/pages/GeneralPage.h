@@ -3,10 +3,9 @@
 #include "QuillboxPreferences/PreferencesModel.h"
 #include "QuillboxPreferences/pages/Page.h"
 
-class QComboBox;
-
 namespace qb {
 
+class DropDown;
 class ToggleSwitch;
 
 /// The clipboard, notifications and running applications.
@@ -19,7 +18,7 @@ class GeneralPage : public Page {
  private:
   PreferencesModel& model_;
   QWidget* widget_;
-  QComboBox* clipboard_ = nullptr;
+  DropDown* clipboard_ = nullptr;
   ToggleSwitch* launches_ = nullptr;
   ToggleSwitch* background_ = nullptr;
 };

@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "PlatformDesktop/graphics/ProgramIcon.h"
 #include "Studio.h"
 
 namespace qb::pictures {
@@ -54,6 +55,16 @@ TEST(ResourcesTest, EveryPictureThatIsAskedForIsThereInItsSize) {
   }
   for (int index = 0; index <= 8; ++index) {
     EXPECT_TRUE(studio.graphics().imageNamed("Separator" + std::to_string(index))) << index;
+  }
+}
+
+TEST(ResourcesTest, TheProgramsOwnMarkComesInTheSizesOfTaskBarsAndTitleBars) {
+  const QIcon icon = programIcon();
+  for (const int edge : {16, 32, 48, 64, 128}) {
+    const QImage picture = icon.pixmap(edge).toImage();
+    ASSERT_EQ(picture.size(), QSize(edge, edge));
+    EXPECT_EQ(picture.pixelColor(0, 0).alpha(), 0) << "its corners are round";
+    EXPECT_EQ(picture.pixelColor(edge / 2, edge / 4).alpha(), 255);
   }
 }
 
