@@ -19,6 +19,8 @@ namespace {
 constexpr double titleSize = 14;
 /// Left of all titles: room for the check mark.
 constexpr int checkColumn = 22;
+/// Of a picture in the check mark's place.
+constexpr int stateImageEdge = 14;
 constexpr int imageGap = 7;
 /// Right of all titles: room for the arrow of a submenu.
 constexpr int arrowColumn = 24;
@@ -81,14 +83,21 @@ void drawArrow(QPainter& painter, const QRect& rect, const QColor& color) {
   painter.strokePath(arrow, QPen(color, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
 
-void drawImage(QPainter& painter, const QPointF& corner, const MenuItem& item) {
-  const auto source = std::dynamic_pointer_cast<const DesktopImage>(item.image().source());
+void drawImage(QPainter& painter, const QRectF& rect, const Image& image) {
+  const auto source = std::dynamic_pointer_cast<const DesktopImage>(image.source());
   if (!source) return;
   const double scale = painter.device()->devicePixelRatioF();
-  const QSize pixels = (imageSize(item) * scale).toSize().expandedTo({1, 1});
-  QImage image = source->scaled(pixels);
-  image.setDevicePixelRatio(scale);
-  painter.drawImage(corner, image);
+  const QSize pixels = (rect.size() * scale).toSize().expandedTo({1, 1});
+  QImage picture = source->scaled(pixels);
+  picture.setDevicePixelRatio(scale);
+  painter.drawImage(rect.topLeft(), picture);
+}
+
+void drawState(QPainter& painter, const QRect& rect, const MenuItem& item, const QColor& color) {
+  if (!item.onStateImage()) return drawCheckMark(painter, rect, color);
+  const QPointF corner(rect.left() + (checkColumn - stateImageEdge) / 2.0,
+                       rect.top() + (rect.height() - stateImageEdge) / 2.0);
+  drawImage(painter, {corner, QSizeF(stateImageEdge, stateImageEdge)}, item.onStateImage());
 }
 
 }  // namespace
@@ -148,14 +157,15 @@ void MenuLook::drawItem(QPainter& painter, const QRect& rect, const MenuItem& it
   if (highlighted) drawHighlight(painter, rect);
   QColor text = highlighted ? colors.highlightedText : colors.text;
   if (!item.isEnabled()) text = colors.disabledText;
-  if (item.state()) drawCheckMark(painter, rect, text);
+  if (item.state()) drawState(painter, rect, item, text);
   if (item.submenu()) drawArrow(painter, rect, text);
   double x = rect.left() + checkColumn;
   if (item.image()) {
     const QSizeF image = imageSize(item);
     const double fraction = item.isEnabled() ? 1 : 0.5;
     painter.setOpacity(fraction);
-    drawImage(painter, {x, rect.top() + (rect.height() - image.height()) / 2}, item);
+    drawImage(painter, {{x, rect.top() + (rect.height() - image.height()) / 2}, image},
+              item.image());
     painter.setOpacity(1);
     x += image.width() + imageGap;
   }

@@ -25,6 +25,7 @@ void MenuItem::setAttributedTitle(const AttributedString& title) {
 void MenuItem::setState(bool state) { change(state_, state); }
 void MenuItem::setEnabled(bool enabled) { change(enabled_, enabled); }
 void MenuItem::setImage(const Image& image) { change(image_, image); }
+void MenuItem::setOnStateImage(const Image& image) { change(onStateImage_, image); }
 void MenuItem::setView(std::shared_ptr<View> view) { change(view_, std::move(view)); }
 
 void MenuItem::setSubmenu(std::shared_ptr<Menu> submenu) {

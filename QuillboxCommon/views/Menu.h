@@ -57,6 +57,9 @@ class MenuItem : public std::enable_shared_from_this<MenuItem> {
   /// Check marked.
   bool state() const { return state_; }
   void setState(bool state);
+  /// Shown in place of the check mark, at its size; empty for the check mark.
+  const Image& onStateImage() const { return onStateImage_; }
+  void setOnStateImage(const Image& image);
   bool isEnabled() const { return enabled_; }
   void setEnabled(bool enabled);
   const Image& image() const { return image_; }
@@ -89,7 +92,7 @@ class MenuItem : public std::enable_shared_from_this<MenuItem> {
   AttributedString attributedTitle_;
   Action action_;
   std::int64_t tag_ = 0;
-  Image image_;
+  Image image_, onStateImage_;
   std::shared_ptr<Menu> submenu_;
   std::shared_ptr<View> view_;
   std::any representedObject_;
@@ -123,6 +126,8 @@ class Menu : public std::enable_shared_from_this<Menu> {
   ~Menu();
 
   const std::string& title() const { return title_; }
+  /// Nobody sees it: a name for those who use the menu.
+  void setTitle(std::string title) { title_ = std::move(title); }
   bool autoenablesItems() const { return autoenablesItems_; }
   void setAutoenablesItems(bool autoenables) { autoenablesItems_ = autoenables; }
   const std::vector<std::shared_ptr<MenuItem>>& items() const { return items_; }

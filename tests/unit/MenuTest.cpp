@@ -153,6 +153,7 @@ TEST_F(MenuTest, TheObserverHearsOfEachChangeOnce) {
       [](MenuItem& item) { item.setState(true); },
       [](MenuItem& item) { item.setEnabled(false); },
       [&](MenuItem& item) { item.setImage(image); },
+      [&](MenuItem& item) { item.setOnStateImage(image); },
       [&](MenuItem& item) { item.setSubmenu(submenu); },
       [&](MenuItem& item) { item.setView(view); },
       [](MenuItem& item) { item.setTitle("One"); },
