@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "QuillboxCommon/PropertyList.h"
+#include "QuillboxCommon/RunLoop.h"
 
 namespace qb {
 
@@ -35,6 +36,14 @@ enum SearchPathDirectory : std::int32_t {
   AllApplicationsDirectory = 100,
 };
 
+/// What is known of a file without a look inside.
+struct FileAttributes {
+  /// In bytes; of a folder, whatever the file system says.
+  std::int64_t size = 0;
+  /// When it was made. On a file system that does not note that, its last change.
+  Date creationDate = 0;
+};
+
 /// What becomes of something that has the name which something else is to take.
 enum class PresentItem { Stays, IsReplaced };
 
@@ -57,6 +66,8 @@ class FileSystem {
 
   /// `ItemInfoFlags`; 0 when there is nothing at `path`.
   virtual std::uint32_t itemInfoFlagsAtPath(const std::string& path) const = 0;
+  /// Of a link, its own. None when there is nothing at `path`.
+  virtual std::optional<FileAttributes> attributesOfItemAtPath(const std::string& path) const = 0;
   /// The names in a folder, hidden ones too, sorted by their bytes. Empty when it cannot be read.
   virtual std::vector<std::string> contentsOfDirectoryAtPath(const std::string& path) const = 0;
 
@@ -77,12 +88,15 @@ class FileSystem {
   /// missing or is anything else; the file is left as it is.
   virtual std::optional<PropertyList> dictionaryWithContentsOfFile(
       const std::string& path) const = 0;
-  /// Writes XML with the keys in the dictionary's order, mode 0600, into a temporary file of the
-  /// same folder that is flushed and then takes the name's place, so that a reader sees the old
-  /// file or the new one, whole. Folders on the way are made. A present file that is no property
-  /// list is first moved aside as "NAME.unreadable" (with a number when that is taken): nothing of
-  /// the user's is lost. False, with the old file untouched, when anything fails.
-  virtual bool writeToFile(const PropertyList& dictionary, const std::string& path) = 0;
+  /// The same for a root that is an array.
+  virtual std::optional<PropertyList> arrayWithContentsOfFile(const std::string& path) const = 0;
+  /// Writes a dictionary or an array as XML, with keys in the dictionary's order, mode 0600, into a
+  /// temporary file of the same folder that is flushed and then takes the name's place, so that a
+  /// reader sees the old file or the new one, whole. Folders on the way are made. A present file
+  /// that is no property list with such a root is first moved aside as "NAME.unreadable" (with a
+  /// number when that is taken): nothing of the user's is lost. False, with the old file untouched,
+  /// when anything fails.
+  virtual bool writeToFile(const PropertyList& list, const std::string& path) = 0;
 };
 
 }  // namespace qb

@@ -8,6 +8,7 @@ namespace qb {
 namespace {
 
 constexpr std::string_view home = "/home/user";
+constexpr Date firstDate = 721'692'800;
 
 std::string folderOf(const std::string& path) {
   const auto slash = path.rfind('/');
@@ -96,6 +97,16 @@ std::uint32_t SimulatedFileSystem::itemInfoFlagsAtPath(const std::string& path) 
   return flags;
 }
 
+std::optional<FileAttributes> SimulatedFileSystem::attributesOfItemAtPath(
+    const std::string& path) const {
+  if (!fileExistsAtPath(path)) return std::nullopt;
+  FileAttributes attributes;
+  if (const auto bytes = raw(path)) attributes.size = static_cast<std::int64_t>(bytes->size());
+  const auto date = creationDates_.find(path);
+  attributes.creationDate = date == creationDates_.end() ? firstDate : date->second;
+  return attributes;
+}
+
 std::vector<std::string> SimulatedFileSystem::contentsOfDirectoryAtPath(
     const std::string& path) const {
   const std::string prefix = path.ends_with('/') ? path : path + '/';
@@ -164,14 +175,24 @@ std::optional<PropertyList> SimulatedFileSystem::dictionaryWithContentsOfFile(
   return contents;
 }
 
-bool SimulatedFileSystem::writeToFile(const PropertyList& dictionary, const std::string& path) {
-  if (writesFail_ || !dictionary.isDictionary() || folders_.contains(path)) return false;
+std::optional<PropertyList> SimulatedFileSystem::arrayWithContentsOfFile(
+    const std::string& path) const {
+  auto contents = propertyList(path);
+  if (!contents || !contents->isArray()) return std::nullopt;
+  return contents;
+}
+
+bool SimulatedFileSystem::writeToFile(const PropertyList& list, const std::string& path) {
+  if (writesFail_ || !(list.isDictionary() || list.isArray()) || folders_.contains(path)) {
+    return false;
+  }
   for (std::string folder = folderOf(path); !folder.empty() && folder != "/";
        folder = folderOf(folder)) {
     if (files_.contains(folder)) return false;
   }
   const auto present = files_.find(path);
-  if (present != files_.end() && !dictionaryWithContentsOfFile(path)) {
+  const auto read = propertyList(path);
+  if (present != files_.end() && !(read && read->kind() == list.kind())) {
     std::string aside = path + ".unreadable";
     for (int number = 2; files_.contains(aside); ++number) {
       aside = path + ".unreadable." + std::to_string(number);
@@ -179,7 +200,7 @@ bool SimulatedFileSystem::writeToFile(const PropertyList& dictionary, const std:
     files_[aside] = present->second;
   }
   makeFolder(folderOf(path));
-  files_[path] = dictionary;
+  files_[path] = list;
   ++writes_[path];
   return true;
 }

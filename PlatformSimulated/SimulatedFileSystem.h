@@ -33,18 +33,23 @@ class SimulatedFileSystem : public FileSystem {
   /// The English names below the home; applications are in "/usr/share/applications".
   std::optional<std::string> pathForDirectory(SearchPathDirectory directory) const override;
   std::uint32_t itemInfoFlagsAtPath(const std::string& path) const override;
+  /// A raw file has its bytes for size, anything else 0. All came to be at the clock's first date,
+  /// unless set otherwise.
+  std::optional<FileAttributes> attributesOfItemAtPath(const std::string& path) const override;
   std::vector<std::string> contentsOfDirectoryAtPath(const std::string& path) const override;
   bool moveItemAtPath(const std::string& path, const std::string& toPath,
                       PresentItem presentItem) override;
   bool copyItemAtPath(const std::string& path, const std::string& toPath,
                       PresentItem presentItem) override;
   std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) const override;
-  bool writeToFile(const PropertyList& dictionary, const std::string& path) override;
+  std::optional<PropertyList> arrayWithContentsOfFile(const std::string& path) const override;
+  bool writeToFile(const PropertyList& list, const std::string& path) override;
 
   /// Paths may begin with "~" here. These work on a full disk too and are not counted as writes.
   void putPropertyList(const std::string& path, PropertyList contents);
   void putRaw(const std::string& path, std::string contents);
   void makeFolder(const std::string& path);
+  void setCreationDate(const std::string& path, Date date) { creationDates_[path] = date; }
   /// The property list of a file; none when it is missing or raw.
   std::optional<PropertyList> propertyList(const std::string& path) const;
   /// The bytes of a raw file; none when it is missing or a property list.
@@ -80,6 +85,7 @@ class SimulatedFileSystem : public FileSystem {
   std::set<std::string> volumes_{"/"};
   std::set<std::string> readOnly_;
   std::map<SearchPathDirectory, std::optional<std::string>> directories_;
+  std::map<std::string, Date> creationDates_;
   std::map<std::string, int> writes_;
   bool writesFail_ = false;
 };

@@ -82,6 +82,23 @@ bool takePlace(const std::string& temporary, const std::string& path, bool oldIs
   return false;
 }
 
+/// None for a file that cannot be read, or whose root is of another kind.
+std::optional<PropertyList> listWithContentsOfFile(const std::string& path,
+                                                   PropertyList::Kind kind) {
+  std::error_code error;
+  // A pipe would never end.
+  if (!fs::is_regular_file(path, error)) return std::nullopt;
+  auto contents = readPropertyList(contentsOfFile(path, largestFile));
+  if (!contents || contents->kind() != kind) return std::nullopt;
+  return contents;
+}
+
+Date dateOf(const struct statx_timestamp& time) {
+  constexpr double secondsBeforeReferenceDate = 978307200;
+  constexpr double nanosecond = 1e-9;
+  return static_cast<double>(time.tv_sec) - secondsBeforeReferenceDate + time.tv_nsec * nanosecond;
+}
+
 }  // namespace
 
 std::string DesktopFileSystem::stringByExpandingTildeInPath(const std::string& path) const {
@@ -147,6 +164,18 @@ std::uint32_t DesktopFileSystem::itemInfoFlagsAtPath(const std::string& path) co
   return flags;
 }
 
+std::optional<FileAttributes> DesktopFileSystem::attributesOfItemAtPath(
+    const std::string& path) const {
+  struct statx found {};
+  if (statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW, STATX_SIZE | STATX_MTIME | STATX_BTIME,
+            &found) != 0) {
+    return std::nullopt;
+  }
+  const bool hasBirth = (found.stx_mask & STATX_BTIME) != 0;
+  return FileAttributes{static_cast<std::int64_t>(found.stx_size),
+                        dateOf(hasBirth ? found.stx_btime : found.stx_mtime)};
+}
+
 std::vector<std::string> DesktopFileSystem::contentsOfDirectoryAtPath(
     const std::string& path) const {
   std::vector<std::string> names;
@@ -171,28 +200,29 @@ bool DesktopFileSystem::copyItemAtPath(const std::string& path, const std::strin
 
 std::optional<PropertyList> DesktopFileSystem::dictionaryWithContentsOfFile(
     const std::string& path) const {
-  std::error_code error;
-  // A pipe would never end.
-  if (!fs::is_regular_file(path, error)) return std::nullopt;
-  auto contents = readPropertyList(contentsOfFile(path, largestFile));
-  if (!contents || !contents->isDictionary()) return std::nullopt;
-  return contents;
+  return listWithContentsOfFile(path, PropertyList::Kind::Dictionary);
 }
 
-bool DesktopFileSystem::writeToFile(const PropertyList& dictionary, const std::string& path) {
-  if (!dictionary.isDictionary() || !path.starts_with('/')) return false;
+std::optional<PropertyList> DesktopFileSystem::arrayWithContentsOfFile(
+    const std::string& path) const {
+  return listWithContentsOfFile(path, PropertyList::Kind::Array);
+}
+
+bool DesktopFileSystem::writeToFile(const PropertyList& list, const std::string& path) {
+  if (!(list.isDictionary() || list.isArray()) || !path.starts_with('/')) return false;
   std::error_code error;
   const std::string target =
       fs::is_symlink(path, error) ? fs::weakly_canonical(path, error).string() : path;
   if (fs::is_directory(target, error)) return false;
   const std::string folder = target.substr(0, target.rfind('/') + 1);
   if (!createDirectoryAtPath(folder)) return false;
-  const std::string temporary = writeBeside(target, xmlPropertyList(dictionary));
+  const std::string temporary = writeBeside(target, xmlPropertyList(list));
   if (temporary.empty()) {
     log(target + " cannot be written, the old one stays: " + std::strerror(errno));
     return false;
   }
-  const bool oldIsUnreadable = fs::exists(target, error) && !dictionaryWithContentsOfFile(target);
+  const bool oldIsUnreadable =
+      fs::exists(target, error) && !listWithContentsOfFile(target, list.kind());
   if (!takePlace(temporary, target, oldIsUnreadable)) {
     unlink(temporary.c_str());
     return false;

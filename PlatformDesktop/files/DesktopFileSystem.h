@@ -15,14 +15,16 @@ class DesktopFileSystem : public FileSystem {
   std::optional<std::string> stringWithContentsOfFile(const std::string& path) const override;
   std::optional<std::string> pathForDirectory(SearchPathDirectory directory) const override;
   std::uint32_t itemInfoFlagsAtPath(const std::string& path) const override;
+  std::optional<FileAttributes> attributesOfItemAtPath(const std::string& path) const override;
   std::vector<std::string> contentsOfDirectoryAtPath(const std::string& path) const override;
   bool moveItemAtPath(const std::string& path, const std::string& toPath,
                       PresentItem presentItem) override;
   bool copyItemAtPath(const std::string& path, const std::string& toPath,
                       PresentItem presentItem) override;
   std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) const override;
+  std::optional<PropertyList> arrayWithContentsOfFile(const std::string& path) const override;
   /// A link stays: the file that it leads to is replaced.
-  bool writeToFile(const PropertyList& dictionary, const std::string& path) override;
+  bool writeToFile(const PropertyList& list, const std::string& path) override;
 };
 
 }  // namespace qb

@@ -56,6 +56,37 @@ TEST_F(FileSystemContract, WritingReplacesAndLeavesNothingElseBehind) {
   EXPECT_THAT(desktop_->filesIn(desktop_->folder()), ElementsAre("a.plist"));
 }
 
+TEST_F(FileSystemContract, AnArrayIsWrittenAndReadLikeADictionary) {
+  const PropertyList names = PropertyList::Array{"a.txt", "b & c.zip"};
+  ASSERT_TRUE(files().writeToFile(names, path("names.plist")));
+  EXPECT_EQ(files().arrayWithContentsOfFile(path("names.plist")), names);
+  EXPECT_FALSE(files().dictionaryWithContentsOfFile(path("names.plist")));
+  ASSERT_TRUE(files().writeToFile(new_, path("a.plist")));
+  EXPECT_FALSE(files().arrayWithContentsOfFile(path("a.plist")));
+  EXPECT_FALSE(files().arrayWithContentsOfFile(path("none.plist")));
+  EXPECT_FALSE(files().writeToFile("neither", path("text.plist")));
+}
+
+TEST_F(FileSystemContract, ADictionaryIsKeptAsideBeforeAnArrayTakesItsName) {
+  ASSERT_TRUE(files().writeToFile(old_, path("a.plist")));
+  ASSERT_TRUE(files().writeToFile(PropertyList::Array{"a"}, path("a.plist")));
+  EXPECT_EQ(files().dictionaryWithContentsOfFile(path("a.plist.unreadable")), old_);
+}
+
+TEST_F(FileSystemContract, AttributesAreTheSizeAndTheDateOfMaking) {
+  desktop_->writeRawFile(path("a.txt"), "12345");
+  const auto attributes = files().attributesOfItemAtPath(path("a.txt"));
+  ASSERT_TRUE(attributes);
+  EXPECT_EQ(attributes->size, 5);
+  // The clocks of the files and of the program need not agree to the last digit.
+  constexpr TimeInterval minute = 60;
+  EXPECT_LT(attributes->creationDate, RunLoop::main().date() + minute);
+  EXPECT_GT(attributes->creationDate, RunLoop::main().date() - 10 * minute);
+  EXPECT_TRUE(files().attributesOfItemAtPath(desktop_->folder()));
+  EXPECT_FALSE(files().attributesOfItemAtPath(path("none.txt")));
+  EXPECT_FALSE(files().attributesOfItemAtPath(""));
+}
+
 TEST_F(FileSystemContract, AFileIsReadAsItIs) {
   const std::string bytes("a\r\0\xff\n", 5);
   desktop_->writeRawFile(path("a.txt"), bytes);
