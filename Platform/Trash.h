@@ -19,6 +19,9 @@ class Trash {
   /// they lead to) to the trash of the volume that they are on. The work is done elsewhere. What
   /// cannot go stays as it is, and the rest goes all the same.
   virtual void recycle(std::vector<std::string> paths, Completion completion) = 0;
+  /// `NSFileManager trashItemAtURL`: the same for one path, done when it returns. False when it
+  /// could not go.
+  virtual bool trashItemAtPath(const std::string& path) = 0;
 };
 
 }  // namespace qb

@@ -20,15 +20,16 @@ class SimulatedTrash : public Trash {
     executeBlockInBackground([this, paths = std::move(paths), completion] {
       std::optional<std::string> error = error_;
       for (const std::string& path : paths) {
-        if (error_) continue;
-        if (files_.removeItemAtPath(path)) {
-          paths_.push_back(path);
-        } else {
-          error = path + " is not there.";
-        }
+        if (!error_ && !trashItemAtPath(path)) error = path + " is not there.";
       }
       executeBlockAfterDelay([completion, error] { completion(error); }, 0);
     });
+  }
+
+  bool trashItemAtPath(const std::string& path) override {
+    if (error_ || !files_.removeItemAtPath(path)) return false;
+    paths_.push_back(path);
+    return true;
   }
 
   /// Where the things in it were, in the order in which they came.

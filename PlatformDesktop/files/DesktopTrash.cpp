@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "PlatformDesktop/files/TrashFolder.h"
+#include "QuillboxCommon/Log.h"
 #include "QuillboxCommon/RunLoop.h"
 
 namespace qb {
@@ -17,6 +18,12 @@ void DesktopTrash::recycle(std::vector<std::string> paths, Completion completion
     }
     executeBlockAfterDelay([completion, error] { completion(error); }, 0);
   });
+}
+
+bool DesktopTrash::trashItemAtPath(const std::string& path) {
+  const auto reason = moveToTrash(path);
+  if (reason) log(*reason);
+  return !reason;
 }
 
 }  // namespace qb

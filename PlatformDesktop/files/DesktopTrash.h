@@ -8,6 +8,7 @@ namespace qb {
 class DesktopTrash : public Trash {
  public:
   void recycle(std::vector<std::string> paths, Completion completion) override;
+  bool trashItemAtPath(const std::string& path) override;
 };
 
 }  // namespace qb

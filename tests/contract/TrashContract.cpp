@@ -42,6 +42,15 @@ TEST_F(TrashContract, AFileGoes) {
   EXPECT_EQ(desktop_->numberOfThingsInTrash(), before_ + 1);
 }
 
+TEST_F(TrashContract, OnePathGoesAtOnce) {
+  const std::string file = write("old.txt");
+  EXPECT_TRUE(platform_.trash().trashItemAtPath(file));
+  EXPECT_FALSE(exists(file));
+  EXPECT_EQ(desktop_->numberOfThingsInTrash(), before_ + 1);
+  EXPECT_FALSE(platform_.trash().trashItemAtPath(file));
+  EXPECT_EQ(desktop_->numberOfThingsInTrash(), before_ + 1);
+}
+
 TEST_F(TrashContract, NamesakesAreBothKept) {
   for (int round = 0; round < 2; ++round) EXPECT_EQ(recycle({write("same.txt")}), "");
   EXPECT_EQ(desktop_->numberOfThingsInTrash(), before_ + 2);
