@@ -68,18 +68,22 @@ std::string moveAside(const std::string& path) {
   return {};
 }
 
-bool takePlace(const std::string& temporary, const std::string& path, bool oldIsUnreadable) {
+std::error_code lastError() { return {errno, std::generic_category()}; }
+
+std::error_code takePlace(const std::string& temporary, const std::string& path,
+                          bool oldIsUnreadable) {
   std::string aside;
   if (oldIsUnreadable) {
     aside = moveAside(path);
-    if (aside.empty()) return false;
+    if (aside.empty()) return lastError();
   }
   if (std::rename(temporary.c_str(), path.c_str()) == 0) {
     if (!aside.empty()) log(path + " could not be read and is kept as " + aside + ".");
-    return true;
+    return {};
   }
+  const std::error_code error = lastError();
   if (!aside.empty()) std::rename(aside.c_str(), path.c_str());
-  return false;
+  return error;
 }
 
 /// None for a file that cannot be read, or whose root is of another kind.
@@ -213,22 +217,35 @@ bool DesktopFileSystem::writeToFile(const PropertyList& list, const std::string&
   std::error_code error;
   const std::string target =
       fs::is_symlink(path, error) ? fs::weakly_canonical(path, error).string() : path;
-  if (fs::is_directory(target, error)) return false;
-  const std::string folder = target.substr(0, target.rfind('/') + 1);
-  if (!createDirectoryAtPath(folder)) return false;
-  const std::string temporary = writeBeside(target, xmlPropertyList(list));
-  if (temporary.empty()) {
-    log(target + " cannot be written, the old one stays: " + std::strerror(errno));
-    return false;
+  error = replaceFile(list, target);
+  if (error) {
+    writeFailures_.note(target, error);
+  } else {
+    writeFailures_.end(target);
   }
+  return !error;
+}
+
+std::error_code DesktopFileSystem::replaceFile(const PropertyList& list,
+                                               const std::string& target) const {
+  std::error_code error;
+  if (fs::is_directory(target, error)) return std::make_error_code(std::errc::is_a_directory);
+  const std::string folder = target.substr(0, target.rfind('/') + 1);
+  fs::create_directories(folder, error);
+  // Said of a file that has the folder's name.
+  if (error == std::errc::file_exists) return std::make_error_code(std::errc::not_a_directory);
+  if (error) return error;
+  const std::string temporary = writeBeside(target, xmlPropertyList(list));
+  if (temporary.empty()) return lastError();
   const bool oldIsUnreadable =
       fs::exists(target, error) && !listWithContentsOfFile(target, list.kind());
-  if (!takePlace(temporary, target, oldIsUnreadable)) {
+  error = takePlace(temporary, target, oldIsUnreadable);
+  if (error) {
     unlink(temporary.c_str());
-    return false;
+    return error;
   }
   flushFolder(folder);
-  return true;
+  return {};
 }
 
 }  // namespace qb

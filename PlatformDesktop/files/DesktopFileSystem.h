@@ -1,10 +1,13 @@
 #pragma once
 
+#include <system_error>
+
 #include "Platform/FileSystem.h"
+#include "PlatformDesktop/files/WriteFailures.h"
 
 namespace qb {
 
-/// The files of this machine. No state; any thread.
+/// The files of this machine. Any thread. The log tells once of a file that cannot be written.
 class DesktopFileSystem : public FileSystem {
  public:
   std::string stringByExpandingTildeInPath(const std::string& path) const override;
@@ -25,6 +28,11 @@ class DesktopFileSystem : public FileSystem {
   std::optional<PropertyList> arrayWithContentsOfFile(const std::string& path) const override;
   /// A link stays: the file that it leads to is replaced.
   bool writeToFile(const PropertyList& list, const std::string& path) override;
+
+ private:
+  std::error_code replaceFile(const PropertyList& list, const std::string& target) const;
+
+  WriteFailures writeFailures_;
 };
 
 }  // namespace qb

@@ -7,7 +7,7 @@ from harness import PROGRAM
 from harness.session import PREFERENCES, SessionTestCase
 
 UNLIMITED = resource.RLIM_INFINITY
-FAILURE = "com.vorlane.quillbox.settings cannot be written, the old one stays: "
+FAILURE = "com.vorlane.quillbox.settings cannot be written, and what it is to hold lasts until"
 
 
 class FullDisk(SessionTestCase):
