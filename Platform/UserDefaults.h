@@ -14,7 +14,8 @@ class UserDefaults {
   virtual ~UserDefaults() = default;
   /// None when there is nothing under `key`.
   virtual PropertyList objectForKey(const std::string& key) const = 0;
-  /// Stores at once. Setting none removes. A failure goes unreported; the old value stays then.
+  /// Stores at once. Setting none removes. What cannot be saved holds until the program ends, and
+  /// is saved with the next value that can be; the log says so once.
   virtual void setObject(const PropertyList& value, const std::string& key) = 0;
   bool boolForKey(const std::string& key) const { return objectForKey(key).boolValue(); }
 

@@ -3,6 +3,7 @@
 #include <QFileSystemWatcher>
 #include <QObject>
 #include <functional>
+#include <map>
 #include <string>
 #include <utility>
 
@@ -15,7 +16,8 @@ namespace qb {
 /// are seen by watching the folder.
 class DesktopUserDefaults : public QObject, public UserDefaults {
  public:
-  /// `path` may begin with "~". Its folder is made, to be watched.
+  /// `path` may begin with "~". Its folder is made, to be watched; without a folder the changes of
+  /// others are not seen.
   explicit DesktopUserDefaults(FileSystem& fileSystem, const std::string& path = defaultPath);
 
   PropertyList objectForKey(const std::string& key) const override;
@@ -27,13 +29,15 @@ class DesktopUserDefaults : public QObject, public UserDefaults {
   static constexpr const char* defaultPath = "~/Library/Preferences/com.vorlane.quillbox.plist";
 
  private:
+  /// What the file holds, and what it could not be given.
   PropertyList read() const;
-  void watchFile();
+  void watch();
   void take(PropertyList values);
 
   FileSystem& fileSystem_;
   std::string path_;
   PropertyList values_;
+  std::map<std::string, PropertyList> unsaved_;
   QFileSystemWatcher watcher_;
   std::function<void()> onChange_;
 };

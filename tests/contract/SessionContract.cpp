@@ -124,6 +124,24 @@ TEST_F(SessionContract, DefaultsKeepAndRemoveValuesAndTellOfIt) {
   defaults.setObject({}, "contract date");
 }
 
+TEST_F(SessionContract, DefaultsThatCannotBeSavedHoldForThisRun) {
+  UserDefaults& defaults = platform_.userDefaults();
+  defaults.setObject("saved", "contract");
+  defaults.setObject("saved", "contract other");
+  const auto generation = defaults.valuesChanged().generation();
+  desktop_->setDiskIsFull(true);
+  defaults.setObject("held", "contract");
+  defaults.setObject({}, "contract other");
+  desktop_->setDiskIsFull(false);
+  EXPECT_GT(defaults.valuesChanged().generation(), generation);
+  EXPECT_EQ(defaults.objectForKey("contract"), PropertyList("held"));
+  EXPECT_TRUE(defaults.objectForKey("contract other").isNone());
+  defaults.setObject(1, "contract third");
+  EXPECT_EQ(defaults.objectForKey("contract"), PropertyList("held"));
+  EXPECT_TRUE(defaults.objectForKey("contract other").isNone());
+  for (const char* key : {"contract", "contract third"}) defaults.setObject({}, key);
+}
+
 TEST_F(SessionContract, LoginItemsComeAndGo) {
   LoginItems& items = platform_.loginItems();
   const auto present = items.snapshot();

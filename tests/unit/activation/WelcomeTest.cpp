@@ -112,6 +112,16 @@ TEST_F(WelcomeTest, LoginItemThatCannotBeAddedGoesUnreported) {
   EXPECT_EQ(platform.log(), std::vector<std::string>{"Quillbox is launching..."});
 }
 
+TEST_F(WelcomeTest, FirstRunThatCannotBeSavedGreetsOnceAndWorks) {
+  platform.fileSystem().setWritesFail(true);
+  platform.dialogs().answerAlert("OK");
+  launch();
+  EXPECT_THAT(titles(), ElementsAre("Quillbox Installed"));
+  EXPECT_FALSE(platform.fileSystem().propertyList(settingsFile));
+  appDelegate->activateApplicationWithActivationMethod(ActivationMethodCommandDoubleTap);
+  EXPECT_EQ(appDelegate->state(), ActivationStateActive);
+}
+
 TEST_F(WelcomeTest, SecondRunGreetsNobody) {
   platform.dialogs().answerAlert("OK");
   launch();
