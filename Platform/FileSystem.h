@@ -23,6 +23,17 @@ enum ItemInfoFlags : std::uint32_t {
   ItemInfoIsVolume = 0x1000,
 };
 
+/// What is known of a file without a look inside. A link is a file of its own, whatever it leads
+/// to.
+struct FileAttributes {
+  bool isDirectory = false;
+  /// In bytes; of a folder, whatever the file system says.
+  std::int64_t size = 0;
+  /// When it was made. On a file system that does not note that, its last change.
+  Date creationDate = 0;
+  Date modificationDate = 0;
+};
+
 /// Folders that every user has.
 enum SearchPathDirectory : std::int32_t {
   ApplicationDirectory = 1,
@@ -34,14 +45,6 @@ enum SearchPathDirectory : std::int32_t {
   PicturesDirectory = 19,
   SharedPublicDirectory = 21,
   AllApplicationsDirectory = 100,
-};
-
-/// What is known of a file without a look inside.
-struct FileAttributes {
-  /// In bytes; of a folder, whatever the file system says.
-  std::int64_t size = 0;
-  /// When it was made. On a file system that does not note that, its last change.
-  Date creationDate = 0;
 };
 
 /// What becomes of something that has the name which something else is to take.
@@ -66,7 +69,7 @@ class FileSystem {
 
   /// `ItemInfoFlags`; 0 when there is nothing at `path`.
   virtual std::uint32_t itemInfoFlagsAtPath(const std::string& path) const = 0;
-  /// Of a link, its own. None when there is nothing at `path`.
+  /// None when there is nothing at `path`.
   virtual std::optional<FileAttributes> attributesOfItemAtPath(const std::string& path) const = 0;
   /// The names in a folder, hidden ones too, sorted by their bytes. Empty when it cannot be read.
   virtual std::vector<std::string> contentsOfDirectoryAtPath(const std::string& path) const = 0;

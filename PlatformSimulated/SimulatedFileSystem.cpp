@@ -1,6 +1,7 @@
 #include "PlatformSimulated/SimulatedFileSystem.h"
 
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 namespace qb {
@@ -8,7 +9,6 @@ namespace qb {
 namespace {
 
 constexpr std::string_view home = "/home/user";
-constexpr Date firstDate = 721'692'800;
 
 std::string folderOf(const std::string& path) {
   const auto slash = path.rfind('/');
@@ -19,6 +19,9 @@ std::string folderOf(const std::string& path) {
 bool isBelow(const std::string& path, const std::string& folder) {
   return path.starts_with(folder.ends_with('/') ? folder : folder + '/');
 }
+
+/// More links than that in a row lead round in a ring.
+constexpr int mostLinks = 40;
 
 struct NamedDirectory {
   SearchPathDirectory directory;
@@ -43,23 +46,39 @@ std::string SimulatedFileSystem::stringByExpandingTildeInPath(const std::string&
   return path;
 }
 
-bool SimulatedFileSystem::fileExistsAtPath(const std::string& path) const {
+std::string SimulatedFileSystem::followed(const std::string& path) const {
+  std::string place = path;
+  for (int count = 0; count < mostLinks; ++count) {
+    const auto link = links_.find(place);
+    if (link == links_.end()) return place;
+    place = link->second;
+  }
+  return {};
+}
+
+bool SimulatedFileSystem::isThere(const std::string& path) const {
   if (path.empty()) return false;
-  if (files_.contains(path) || folders_.contains(path)) return true;
+  if (files_.contains(path) || folders_.contains(path) || links_.contains(path)) return true;
   for (const auto& [file, contents] : files_) {
     if (isBelow(file, path)) return true;
   }
   return false;
 }
 
+bool SimulatedFileSystem::fileExistsAtPath(const std::string& path) const {
+  return isThere(followed(path));
+}
+
 bool SimulatedFileSystem::removeItemAtPath(const std::string& path) {
-  if (!fileExistsAtPath(path) || readOnly_.contains(folderOf(path))) return false;
-  std::erase_if(files_, [&path](const auto& file) {
-    return file.first == path || isBelow(file.first, path);
-  });
-  std::erase_if(folders_, [&path](const std::string& folder) {
-    return folder == path || isBelow(folder, path);
-  });
+  if (!isThere(path) || readOnly_.contains(folderOf(path))) return false;
+  const auto goes = [&path](const std::string& each) {
+    return each == path || isBelow(each, path);
+  };
+  std::erase_if(files_, [&goes](const auto& file) { return goes(file.first); });
+  std::erase_if(links_, [&goes](const auto& link) { return goes(link.first); });
+  std::erase_if(dates_, [&goes](const auto& dates) { return goes(dates.first); });
+  std::erase_if(folders_, goes);
+  noteEntry(path);
   return true;
 }
 
@@ -89,7 +108,7 @@ std::optional<std::string> SimulatedFileSystem::pathForDirectory(
 
 std::uint32_t SimulatedFileSystem::itemInfoFlagsAtPath(const std::string& path) const {
   if (!fileExistsAtPath(path)) return 0;
-  std::uint32_t flags = files_.contains(path) ? ItemInfoIsPlainFile : ItemInfoIsContainer;
+  std::uint32_t flags = files_.contains(followed(path)) ? ItemInfoIsPlainFile : ItemInfoIsContainer;
   if (path.substr(path.rfind('/') + 1).starts_with('.')) flags |= ItemInfoIsInvisible;
   if (volumes_.contains(path)) flags |= ItemInfoIsVolume;
   if (flags & ItemInfoIsPlainFile && path.ends_with(".desktop")) flags |= ItemInfoIsApplication;
@@ -99,11 +118,14 @@ std::uint32_t SimulatedFileSystem::itemInfoFlagsAtPath(const std::string& path) 
 
 std::optional<FileAttributes> SimulatedFileSystem::attributesOfItemAtPath(
     const std::string& path) const {
-  if (!fileExistsAtPath(path)) return std::nullopt;
+  if (!isThere(path)) return std::nullopt;
   FileAttributes attributes;
+  attributes.isDirectory = !files_.contains(path) && !links_.contains(path);
   if (const auto bytes = raw(path)) attributes.size = static_cast<std::int64_t>(bytes->size());
-  const auto date = creationDates_.find(path);
-  attributes.creationDate = date == creationDates_.end() ? firstDate : date->second;
+  if (const auto dates = dates_.find(path); dates != dates_.end()) {
+    attributes.creationDate = dates->second.creation;
+    attributes.modificationDate = dates->second.modification;
+  }
   return attributes;
 }
 
@@ -116,6 +138,7 @@ std::vector<std::string> SimulatedFileSystem::contentsOfDirectoryAtPath(
     names.insert(each.substr(prefix.size(), each.find('/', prefix.size()) - prefix.size()));
   };
   for (const auto& [file, contents] : files_) add(file);
+  for (const auto& [link, target] : links_) add(link);
   for (const std::string& folder : folders_) add(folder);
   return {names.begin(), names.end()};
 }
@@ -136,17 +159,23 @@ bool SimulatedFileSystem::canPlaceItem(const std::string& path, const std::strin
 
 void SimulatedFileSystem::duplicate(const std::string& path, const std::string& toPath) {
   removeItemAtPath(toPath);
-  std::map<std::string, Contents> files;
-  for (const auto& [file, contents] : files_) {
-    if (file == path || isBelow(file, path)) files[toPath + file.substr(path.size())] = contents;
-  }
+  const auto copyAll = [&](auto& entries) {
+    std::remove_reference_t<decltype(entries)> copies;
+    for (const auto& [each, contents] : entries) {
+      if (each == path || isBelow(each, path)) copies[toPath + each.substr(path.size())] = contents;
+    }
+    entries.merge(copies);
+  };
+  copyAll(files_);
+  copyAll(links_);
+  copyAll(dates_);
   std::set<std::string> folders;
   for (const std::string& folder : folders_) {
     if (folder == path || isBelow(folder, path))
       folders.insert(toPath + folder.substr(path.size()));
   }
-  files_.merge(files);
   folders_.merge(folders);
+  noteEntry(toPath);
 }
 
 bool SimulatedFileSystem::moveItemAtPath(const std::string& path, const std::string& toPath,
@@ -200,23 +229,46 @@ bool SimulatedFileSystem::writeToFile(const PropertyList& list, const std::strin
     files_[aside] = present->second;
   }
   makeFolder(folderOf(path));
-  files_[path] = list;
+  // The name goes to another file.
+  dates_.erase(path);
+  put(path, list);
+  noteEntry(path);
   ++writes_[path];
   return true;
 }
 
 void SimulatedFileSystem::putPropertyList(const std::string& path, PropertyList contents) {
-  files_[stringByExpandingTildeInPath(path)] = std::move(contents);
+  put(stringByExpandingTildeInPath(path), std::move(contents));
 }
 
 void SimulatedFileSystem::putRaw(const std::string& path, std::string contents) {
-  files_[stringByExpandingTildeInPath(path)] = std::move(contents);
+  put(stringByExpandingTildeInPath(path), std::move(contents));
+}
+
+void SimulatedFileSystem::put(const std::string& path, Contents contents) {
+  const bool isNew = !isThere(path);
+  files_[path] = std::move(contents);
+  const Date now = clock_.date();
+  dates_.try_emplace(path, Dates{now, now}).first->second.modification = now;
+  if (isNew) noteEntry(path);
+}
+
+void SimulatedFileSystem::putLink(const std::string& path, const std::string& toPath) {
+  links_[path] = toPath;
+  dates_[path] = {clock_.date(), clock_.date()};
+  noteEntry(path);
+}
+
+void SimulatedFileSystem::noteEntry(const std::string& path) const {
+  if (entryObserver_) entryObserver_(path);
 }
 
 void SimulatedFileSystem::makeFolder(const std::string& path) {
   for (std::string folder = stringByExpandingTildeInPath(path); !folder.empty();
        folder = folderOf(folder)) {
     if (!folders_.insert(folder).second) return;
+    dates_[folder] = {clock_.date(), clock_.date()};
+    noteEntry(folder);
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -16,9 +17,13 @@ namespace qb {
 /// Files in memory. A file holds a property list, or raw bytes that are none; one whose name ends
 /// in
 /// ".desktop" is an application. The user's home is "/home/user". A folder is there when it has
-/// been made or when a file lies below it. The root is a volume.
+/// been made or when a file lies below it. The root is a volume. Links are followed by the last
+/// component of a path only.
 class SimulatedFileSystem : public FileSystem {
  public:
+  /// By the clock, which must outlive it, files get their dates.
+  explicit SimulatedFileSystem(const Clock& clock) : clock_(clock) {}
+
   std::string stringByExpandingTildeInPath(const std::string& path) const override;
   bool fileExistsAtPath(const std::string& path) const override;
   /// Takes a folder with all that is in it.
@@ -33,8 +38,8 @@ class SimulatedFileSystem : public FileSystem {
   /// The English names below the home; applications are in "/usr/share/applications".
   std::optional<std::string> pathForDirectory(SearchPathDirectory directory) const override;
   std::uint32_t itemInfoFlagsAtPath(const std::string& path) const override;
-  /// A raw file has its bytes for size, anything else 0. All came to be at the clock's first date,
-  /// unless set otherwise.
+  /// A raw file has its bytes for size, anything else 0. What comes by itself with a file below it
+  /// has no dates.
   std::optional<FileAttributes> attributesOfItemAtPath(const std::string& path) const override;
   std::vector<std::string> contentsOfDirectoryAtPath(const std::string& path) const override;
   bool moveItemAtPath(const std::string& path, const std::string& toPath,
@@ -49,13 +54,20 @@ class SimulatedFileSystem : public FileSystem {
   void putPropertyList(const std::string& path, PropertyList contents);
   void putRaw(const std::string& path, std::string contents);
   void makeFolder(const std::string& path);
-  void setCreationDate(const std::string& path, Date date) { creationDates_[path] = date; }
+  /// A link to a path, at which there need not be anything.
+  void putLink(const std::string& path, const std::string& toPath);
+  void setCreationDate(const std::string& path, Date date) { dates_[path].creation = date; }
+  void setModificationDate(const std::string& path, Date date) { dates_[path].modification = date; }
   /// The property list of a file; none when it is missing or raw.
   std::optional<PropertyList> propertyList(const std::string& path) const;
   /// The bytes of a raw file; none when it is missing or a property list.
   std::optional<std::string> raw(const std::string& path) const;
   /// The paths of all files, sorted.
   std::vector<std::string> paths() const;
+
+  /// Told of each path at which something has come, gone or been replaced.
+  using EntryObserver = std::function<void(const std::string& path)>;
+  void setEntryObserver(EntryObserver observer) { entryObserver_ = std::move(observer); }
 
   /// Mounts a volume on a folder.
   void mountVolume(const std::string& path);
@@ -74,18 +86,29 @@ class SimulatedFileSystem : public FileSystem {
 
  private:
   using Contents = std::variant<PropertyList, std::string>;
+  struct Dates {
+    Date creation = 0, modification = 0;
+  };
 
+  /// Where a link leads to in the end; any other path as it is.
+  std::string followed(const std::string& path) const;
+  bool isThere(const std::string& path) const;
+  void put(const std::string& path, Contents contents);
+  void noteEntry(const std::string& path) const;
   bool canPlaceItem(const std::string& path, const std::string& toPath,
                     PresentItem presentItem) const;
   std::string volumeOf(const std::string& path) const;
   void duplicate(const std::string& path, const std::string& toPath);
 
+  const Clock& clock_;
+  EntryObserver entryObserver_;
   std::map<std::string, Contents> files_;
+  std::map<std::string, std::string> links_;
+  std::map<std::string, Dates> dates_;
   std::set<std::string> folders_{"/", "/home", "/home/user"};
   std::set<std::string> volumes_{"/"};
   std::set<std::string> readOnly_;
   std::map<SearchPathDirectory, std::optional<std::string>> directories_;
-  std::map<std::string, Date> creationDates_;
   std::map<std::string, int> writes_;
   bool writesFail_ = false;
 };

@@ -109,7 +109,7 @@ class SimulatedPlatform : public Platform {
   SimulatedDisplays displays_;
   SimulatedDistributedNotifications distributedNotifications_;
   SimulatedEventTap eventTap_;
-  SimulatedFileSystem fileSystem_;
+  SimulatedFileSystem fileSystem_{runLoopHost_};
   SimulatedGraphics graphics_;
   SimulatedHotKeys hotKeys_;
   SimulatedLoginItems loginItems_;

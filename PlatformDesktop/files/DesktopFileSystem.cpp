@@ -171,13 +171,15 @@ std::uint32_t DesktopFileSystem::itemInfoFlagsAtPath(const std::string& path) co
 std::optional<FileAttributes> DesktopFileSystem::attributesOfItemAtPath(
     const std::string& path) const {
   struct statx found {};
-  if (statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW, STATX_SIZE | STATX_MTIME | STATX_BTIME,
-            &found) != 0) {
-    return std::nullopt;
-  }
+  constexpr unsigned wanted = STATX_TYPE | STATX_SIZE | STATX_MTIME | STATX_BTIME;
+  if (statx(AT_FDCWD, path.c_str(), AT_SYMLINK_NOFOLLOW, wanted, &found) != 0) return std::nullopt;
   const bool hasBirth = (found.stx_mask & STATX_BTIME) != 0;
-  return FileAttributes{static_cast<std::int64_t>(found.stx_size),
-                        dateOf(hasBirth ? found.stx_btime : found.stx_mtime)};
+  FileAttributes attributes;
+  attributes.isDirectory = S_ISDIR(found.stx_mode);
+  attributes.size = static_cast<std::int64_t>(found.stx_size);
+  attributes.modificationDate = dateOf(found.stx_mtime);
+  attributes.creationDate = hasBirth ? dateOf(found.stx_btime) : attributes.modificationDate;
+  return attributes;
 }
 
 std::vector<std::string> DesktopFileSystem::contentsOfDirectoryAtPath(

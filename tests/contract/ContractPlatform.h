@@ -77,6 +77,8 @@ class ContractPlatform {
   /// An existing empty folder of this test.
   virtual std::string folder() = 0;
   virtual void writeRawFile(const std::string& path, const std::string& contents) = 0;
+  /// A link to what need not be there.
+  virtual void makeLink(const std::string& path, const std::string& toPath) = 0;
   /// Whether the file's bytes are these.
   virtual bool rawFileHas(const std::string& path, const std::string& contents) = 0;
   /// The names of the files that lie directly in a folder, sorted.

@@ -264,6 +264,9 @@ class DesktopContractPlatform : public ContractPlatform {
   void writeRawFile(const std::string& path, const std::string& contents) override {
     std::ofstream(path, std::ios::binary) << contents;
   }
+  void makeLink(const std::string& path, const std::string& toPath) override {
+    fs::create_symlink(toPath, path);
+  }
   bool rawFileHas(const std::string& path, const std::string& contents) override {
     return fs::exists(path) && fileContents(path) == contents;
   }

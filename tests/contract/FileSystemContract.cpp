@@ -186,6 +186,33 @@ TEST_F(FileSystemContract, WhatThingsAreIsToldByTheirFlags) {
   EXPECT_EQ(files().itemInfoFlagsAtPath(""), 0U);
 }
 
+TEST_F(FileSystemContract, ALinkIsAFileWhateverItLeadsTo) {
+  desktop_->writeRawFile(path("a.txt"), "text");
+  ASSERT_TRUE(files().createDirectoryAtPath(path("folder")));
+  desktop_->makeLink(path("to folder"), path("folder"));
+  desktop_->makeLink(path("to nothing"), path("none"));
+  for (const auto& [name, isDirectory] :
+       {std::pair("a.txt", false), {"folder", true}, {"to folder", false}, {"to nothing", false}}) {
+    const auto attributes = files().attributesOfItemAtPath(path(name));
+    ASSERT_TRUE(attributes) << name;
+    EXPECT_EQ(attributes->isDirectory, isDirectory) << name;
+  }
+  EXPECT_FALSE(files().fileExistsAtPath(path("to nothing")));
+}
+
+TEST_F(FileSystemContract, TheModificationDateMovesOnAsAFileIsWritten) {
+  desktop_->writeRawFile(path("a.txt"), "old");
+  const auto old = files().attributesOfItemAtPath(path("a.txt"));
+  ASSERT_TRUE(old);
+  EXPECT_GE(old->modificationDate, old->creationDate);
+  // Files are stamped by a coarse clock.
+  EXPECT_TRUE(waitUntil([&] {
+    desktop_->writeRawFile(path("a.txt"), "changed");
+    const auto changed = files().attributesOfItemAtPath(path("a.txt"));
+    return changed && changed->modificationDate > old->modificationDate;
+  }));
+}
+
 TEST_F(FileSystemContract, AFolderListsTheNamesOfAllThatIsInIt) {
   EXPECT_THAT(files().contentsOfDirectoryAtPath(desktop_->folder()), IsEmpty());
   for (const char* name : {"b", "a.txt", ".hidden"}) desktop_->writeRawFile(path(name), "text");

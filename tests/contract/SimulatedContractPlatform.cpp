@@ -89,6 +89,9 @@ class SimulatedContractPlatform : public ContractPlatform {
   void writeRawFile(const std::string& path, const std::string& contents) override {
     simulated_.fileSystem().putRaw(path, contents);
   }
+  void makeLink(const std::string& path, const std::string& toPath) override {
+    simulated_.fileSystem().putLink(path, toPath);
+  }
   bool rawFileHas(const std::string& path, const std::string& contents) override {
     return simulated_.fileSystem().raw(path) == contents;
   }
