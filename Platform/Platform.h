@@ -11,6 +11,7 @@ class Dialogs;
 class Displays;
 class DistributedNotifications;
 class EventTap;
+class FileEvents;
 class FileSystem;
 class Graphics;
 class HotKeys;
@@ -44,6 +45,7 @@ class Platform {
   virtual Displays& displays() = 0;
   virtual DistributedNotifications& distributedNotifications() = 0;
   virtual EventTap& eventTap() = 0;
+  virtual FileEvents& fileEvents() = 0;
   virtual FileSystem& fileSystem() = 0;
   virtual Graphics& graphics() = 0;
   virtual HotKeys& hotKeys() = 0;

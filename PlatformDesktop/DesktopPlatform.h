@@ -7,6 +7,7 @@
 #include "Platform/Platform.h"
 #include "PlatformDesktop/dialogs/DesktopDialogs.h"
 #include "PlatformDesktop/displays/DesktopDisplays.h"
+#include "PlatformDesktop/files/DesktopFileEvents.h"
 #include "PlatformDesktop/files/DesktopFileSystem.h"
 #include "PlatformDesktop/files/DesktopSharedFileLists.h"
 #include "PlatformDesktop/files/DesktopTrash.h"
@@ -64,6 +65,7 @@ class DesktopPlatform : public Platform {
     return distributedNotifications_;
   }
   DesktopEventTap& eventTap() override { return input_->eventTap(); }
+  DesktopFileEvents& fileEvents() override { return fileEvents_; }
   DesktopFileSystem& fileSystem() override { return fileSystem_; }
   DesktopGraphics& graphics() override { return graphics_; }
   DesktopHotKeys& hotKeys() override { return input_->hotKeys(); }
@@ -102,6 +104,7 @@ class DesktopPlatform : public Platform {
   std::unique_ptr<RunLoop> runLoop_;
   std::shared_ptr<ProgramWindows> programWindows_ = std::make_shared<ProgramWindows>();
   ApplicationCatalogue catalogue_;
+  DesktopFileEvents fileEvents_;
   DesktopFileSystem fileSystem_;
   DesktopDisplays displays_;
   DesktopProcesses processes_;

@@ -12,6 +12,7 @@
 #include "PlatformSimulated/SimulatedDisplays.h"
 #include "PlatformSimulated/SimulatedDistributedNotifications.h"
 #include "PlatformSimulated/SimulatedEventTap.h"
+#include "PlatformSimulated/SimulatedFileEvents.h"
 #include "PlatformSimulated/SimulatedFileSystem.h"
 #include "PlatformSimulated/SimulatedGraphics.h"
 #include "PlatformSimulated/SimulatedHotKeys.h"
@@ -62,6 +63,7 @@ class SimulatedPlatform : public Platform {
     return distributedNotifications_;
   }
   SimulatedEventTap& eventTap() override { return eventTap_; }
+  SimulatedFileEvents& fileEvents() override { return fileEvents_; }
   SimulatedFileSystem& fileSystem() override { return fileSystem_; }
   SimulatedGraphics& graphics() override { return graphics_; }
   SimulatedHotKeys& hotKeys() override { return hotKeys_; }
@@ -110,6 +112,7 @@ class SimulatedPlatform : public Platform {
   SimulatedDistributedNotifications distributedNotifications_;
   SimulatedEventTap eventTap_;
   SimulatedFileSystem fileSystem_{runLoopHost_};
+  SimulatedFileEvents fileEvents_{fileSystem_};
   SimulatedGraphics graphics_;
   SimulatedHotKeys hotKeys_;
   SimulatedLoginItems loginItems_;

@@ -59,6 +59,10 @@ std::set<std::string> volumesOfMountTable(std::string_view table, const std::str
   return volumes;
 }
 
+std::set<std::string> mountedVolumes() {
+  return volumesOfMountTable(contentsOfFile("/proc/self/mountinfo"), DesktopFolders::home());
+}
+
 bool isMountedVolume(const std::string& path) {
   struct stat status {};
   struct stat above {};
@@ -68,8 +72,7 @@ bool isMountedVolume(const std::string& path) {
   if (status.st_dev == above.st_dev && status.st_ino != above.st_ino) return false;
   std::array<char, 4096> resolved{};
   if (realpath(path.c_str(), resolved.data()) == nullptr) return false;
-  return volumesOfMountTable(contentsOfFile("/proc/self/mountinfo"), DesktopFolders::home())
-      .contains(resolved.data());
+  return mountedVolumes().contains(resolved.data());
 }
 
 }  // namespace qb

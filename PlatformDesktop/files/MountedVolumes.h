@@ -11,6 +11,9 @@ namespace qb {
 /// mounts for itself is no volume to a user, and neither are hidden places.
 std::set<std::string> volumesOfMountTable(std::string_view table, const std::string& home);
 
+/// The same by the table as it is now. Any thread.
+std::set<std::string> mountedVolumes();
+
 /// Whether `path`, a folder, is one of them now. Asks no file system that might not answer. Any
 /// thread.
 bool isMountedVolume(const std::string& path);
