@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,8 +14,9 @@ namespace qb {
 struct Font {
   double size = 14;
   bool bold = false;
+  bool italic = false;
 
-  static Font systemFontOfSize(double size) { return {size, false}; }
+  static Font systemFontOfSize(double size) { return {size}; }
   static Font boldSystemFontOfSize(double size) { return {size, true}; }
   friend bool operator==(const Font&, const Font&) = default;
 };
@@ -50,6 +52,10 @@ class AttributedString {
   const std::vector<Run>& runs() const { return runs_; }
   std::string string() const;
   bool isEmpty() const { return runs_.empty(); }
+  /// In characters, as the range of the next.
+  std::size_t length() const;
+  /// What of the range there is.
+  AttributedString attributedSubstringFromRange(std::size_t location, std::size_t length) const;
   friend bool operator==(const AttributedString&, const AttributedString&) = default;
 
  private:
