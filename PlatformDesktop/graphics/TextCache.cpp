@@ -24,11 +24,12 @@ void appendBytes(std::string& key, const T& value) {
 
 std::string keyOf(std::string_view text, const Font& font, const Color& color, double scale) {
   std::string key;
-  key.reserve(text.size() + 24);
+  key.reserve(text.size() + 25);
   appendBytes(key, font.size);
   appendBytes(key, qtColor(color).rgba());
   appendBytes(key, scale);
   key += font.bold ? 'b' : 'r';
+  key += font.italic ? 'i' : 'u';
   key += text;
   return key;
 }
@@ -41,6 +42,7 @@ QFont qtFont(const Font& font) {
   // Qt takes whole pixels only.
   result.setPixelSize(std::max(1, static_cast<int>(std::lround(font.size))));
   result.setBold(font.bold);
+  result.setItalic(font.italic);
   return result;
 }
 
