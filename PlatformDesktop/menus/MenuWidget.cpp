@@ -129,6 +129,8 @@ MenuWidget::Entry MenuWidget::makeEntry(MenuItem& item) {
   entry.action->setSeparator(item.isSeparatorItem());
   entry.action->setText(actionText(item));
   entry.action->setEnabled(item.isEnabled());
+  if (!item.view()) entry.size = MenuLook::sizeOfItem(item);
+  items_[entry.action.get()] = &item;
   updateSubmenu(entry);
   return entry;
 }
@@ -173,6 +175,7 @@ MenuWidget::Entries::iterator MenuWidget::find(const MenuItem& item) {
 void MenuWidget::retire(Entries::iterator entry) {
   if (entry->submenu) entry->submenu->hide();
   removeAction(entry->action.get());
+  items_.erase(entry->action.get());
   retired_.push_back(std::move(*entry));
   entries_.erase(entry);
 }
@@ -193,9 +196,15 @@ void MenuWidget::itemChanged(MenuItem& item) {
   }
   entry->action->setText(actionText(item));
   entry->action->setEnabled(item.isEnabled());
-  // Whatever has changed, Qt is to measure and draw it anew.
-  entry->action->setData(++revision_);
   updateSubmenu(*entry);
+  const QSize size = item.view() ? QSize() : MenuLook::sizeOfItem(item);
+  if (size == entry->size) {
+    update(actionGeometry(entry->action.get()));
+    return;
+  }
+  entry->size = size;
+  // Has Qt measure everything anew.
+  entry->action->setData(++revision_);
   growth_.start(0);
 }
 
@@ -302,10 +311,18 @@ bool MenuWidget::eventFilter(QObject* watched, QEvent* event) {
 
 void MenuWidget::initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const {
   QMenu::initStyleOption(option, action);
-  const auto entry = std::find_if(entries_.begin(), entries_.end(), [action](const Entry& each) {
-    return each.action.get() == action;
-  });
-  itemBeingStyled_ = entry == entries_.end() ? nullptr : entry->item.get();
+  const auto item = items_.find(action);
+  itemBeingStyled_ = item == items_.end() ? nullptr : item->second;
+}
+
+// Of a menu to be seen, Qt would measure all items again for each that comes. Once for all of them
+// is enough: `growth_` sees to it.
+void MenuWidget::actionEvent(QActionEvent* event) {
+  const bool isShown = testAttribute(Qt::WA_WState_Visible);
+  setAttribute(Qt::WA_WState_Visible, false);
+  QMenu::actionEvent(event);
+  setAttribute(Qt::WA_WState_Visible, isShown);
+  if (isShown) growth_.start(0);
 }
 
 }  // namespace qb

@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "PlatformDesktop/graphics/TextCache.h"
@@ -52,6 +53,7 @@ class MenuWidget : public QMenu {
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const override;
+  void actionEvent(QActionEvent* event) override;
 
  private:
   struct Entry {
@@ -60,6 +62,8 @@ class MenuWidget : public QMenu {
     std::unique_ptr<MenuWidget> submenu;
     /// Owned by the action; null without a view.
     MenuItemWidget* view = nullptr;
+    /// Of an item without a view, as it was measured last.
+    QSize size;
   };
   using Entries = std::vector<Entry>;
 
@@ -78,6 +82,8 @@ class MenuWidget : public QMenu {
   std::shared_ptr<Menu> menu_;
   Surroundings* surroundings_;
   Entries entries_, retired_;
+  /// The items of all entries, for the style: Qt asks for each of them whenever it measures.
+  std::unordered_map<const QAction*, const MenuItem*> items_;
   QTimer rest_, growth_;
   mutable const MenuItem* itemBeingStyled_ = nullptr;
   int revision_ = 0;
