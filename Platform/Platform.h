@@ -13,6 +13,7 @@ class DistributedNotifications;
 class EventTap;
 class FileEvents;
 class FileSystem;
+class FileViewer;
 class Graphics;
 class HotKeys;
 class Keyboard;
@@ -47,6 +48,7 @@ class Platform {
   virtual EventTap& eventTap() = 0;
   virtual FileEvents& fileEvents() = 0;
   virtual FileSystem& fileSystem() = 0;
+  virtual FileViewer& fileViewer() = 0;
   virtual Graphics& graphics() = 0;
   virtual HotKeys& hotKeys() = 0;
   virtual Keyboard& keyboard() = 0;

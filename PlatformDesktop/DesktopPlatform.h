@@ -9,6 +9,7 @@
 #include "PlatformDesktop/displays/DesktopDisplays.h"
 #include "PlatformDesktop/files/DesktopFileEvents.h"
 #include "PlatformDesktop/files/DesktopFileSystem.h"
+#include "PlatformDesktop/files/DesktopFileViewer.h"
 #include "PlatformDesktop/files/DesktopSharedFileLists.h"
 #include "PlatformDesktop/files/DesktopTrash.h"
 #include "PlatformDesktop/graphics/DesktopGraphics.h"
@@ -67,6 +68,7 @@ class DesktopPlatform : public Platform {
   DesktopEventTap& eventTap() override { return input_->eventTap(); }
   DesktopFileEvents& fileEvents() override { return fileEvents_; }
   DesktopFileSystem& fileSystem() override { return fileSystem_; }
+  DesktopFileViewer& fileViewer() override { return fileViewer_; }
   DesktopGraphics& graphics() override { return graphics_; }
   DesktopHotKeys& hotKeys() override { return input_->hotKeys(); }
   DesktopKeyboard& keyboard() override { return input_->keyboard(); }
@@ -118,6 +120,7 @@ class DesktopPlatform : public Platform {
   ColorScheme colorScheme_{sessionBus_};
   AccessibilitySwitch accessibilitySwitch_{sessionBus_};
   DesktopApplicationControl applicationControl_;
+  DesktopFileViewer fileViewer_{sessionBus_, applicationControl_};
   DesktopArchiver archiver_;
   DesktopDistributedNotifications distributedNotifications_;
   DesktopLoginItems loginItems_;

@@ -14,6 +14,7 @@
 #include "PlatformSimulated/SimulatedEventTap.h"
 #include "PlatformSimulated/SimulatedFileEvents.h"
 #include "PlatformSimulated/SimulatedFileSystem.h"
+#include "PlatformSimulated/SimulatedFileViewer.h"
 #include "PlatformSimulated/SimulatedGraphics.h"
 #include "PlatformSimulated/SimulatedHotKeys.h"
 #include "PlatformSimulated/SimulatedKeyboard.h"
@@ -65,6 +66,7 @@ class SimulatedPlatform : public Platform {
   SimulatedEventTap& eventTap() override { return eventTap_; }
   SimulatedFileEvents& fileEvents() override { return fileEvents_; }
   SimulatedFileSystem& fileSystem() override { return fileSystem_; }
+  SimulatedFileViewer& fileViewer() override { return fileViewer_; }
   SimulatedGraphics& graphics() override { return graphics_; }
   SimulatedHotKeys& hotKeys() override { return hotKeys_; }
   SimulatedKeyboard& keyboard() override { return keyboard_; }
@@ -113,6 +115,7 @@ class SimulatedPlatform : public Platform {
   SimulatedEventTap eventTap_;
   SimulatedFileSystem fileSystem_{runLoopHost_};
   SimulatedFileEvents fileEvents_{fileSystem_};
+  SimulatedFileViewer fileViewer_;
   SimulatedGraphics graphics_;
   SimulatedHotKeys hotKeys_;
   SimulatedLoginItems loginItems_;

@@ -27,8 +27,8 @@ class SessionBus : public QObject {
   /// Calls `task` once the connection stands: at once when it does already, never when it does not
   /// come about. Tasks keep their order.
   void whenConnected(Task task);
-  /// False when there is no bus, or none any more; true while that is not known yet.
-  bool mayCome() const { return state_ != State::Absent; }
+  /// For those who would rather do something else than wait.
+  bool isConnected() const { return state_ == State::Connected; }
 
   /// Where the session's bus is by the environment; empty when there is none. No bus is ever
   /// started for us.
