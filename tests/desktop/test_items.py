@@ -270,7 +270,7 @@ class Chooser(GreyItems):
 
 
 class ItemMenu(ItemTestCase):
-    """Of applications, whose menu has but the entry of the hot key."""
+    """Of applications, which go without decorations."""
 
     # Of the picture, which is 75 wide.
     picture_radius = 75 // 2
@@ -386,8 +386,8 @@ class HotKeys(ItemTestCase):
 
     def test_the_menu_of_an_application_gives_it_one(self):
         self.open_alphas_menu()
-        # The only entry.
-        self.probe.tap("Down")
+        # The last entry.
+        self.probe.tap("Up")
         self.probe.tap("Return")
         self.record("t", {self.alpha_path(): CONTROL_ALT_T})
         self.close_dialog()
@@ -401,7 +401,7 @@ class HotKeys(ItemTestCase):
         self.desktop.write_hot_keys({self.alpha_path(): CONTROL_ALT_T})
         self.open_alphas_menu()
         menu = self.menus()[0]
-        self.probe.tap("Down")
+        self.probe.tap("Up")
         self.probe.tap("Right")
         both = self.desktop.wait_until(lambda: len(self.menus()) == 2)
         self.assertTrue(both, "the keys do not show")
@@ -422,8 +422,8 @@ class HotKeys(ItemTestCase):
     def test_the_menu_takes_it_away(self):
         self.desktop.write_hot_keys({self.alpha_path(): CONTROL_ALT_T})
         self.open_alphas_menu()
-        # Into the submenu: the tile, then "Clear Hot Key".
-        for key in ("Down", "Right", "Down", "Return"):
+        # Into the submenu of the last entry: the tile, then "Clear Hot Key".
+        for key in ("Up", "Right", "Down", "Return"):
             self.probe.tap(key)
         self.wait_until_menus_close()
         self.wait_hot_keys({})

@@ -66,6 +66,10 @@ std::string ApplicationItem::bundleIdentifierAtPath() const {
   return quillbox->platform().workspace().bundleIdentifierOfApplicationAtPath(path());
 }
 
+bool ApplicationItem::isFinder() const {
+  return bundleIdentifierAtPath() == kFinderBundleIdentifier;
+}
+
 std::optional<ProcessSerialNumber> ApplicationItem::representedProcess() const {
   const auto* process = std::any_cast<std::shared_ptr<Process>>(&representedObject());
   if (process == nullptr) return std::nullopt;
@@ -97,9 +101,8 @@ void ApplicationItem::invoke() {
 }
 
 void ApplicationItem::quit() {
-  const std::string identifier = bundleIdentifierAtPath();
-  if (identifier == kFinderBundleIdentifier) return;
-  const auto application = runningApplication(identifier);
+  if (isFinder()) return;
+  const auto application = runningApplication(bundleIdentifierAtPath());
   if (const auto row = tabRow()) row->selectItemAtIndexOrNearest(row->indexOfSelectedItem() + 1);
   view()->setAlphaValue(quittingAlpha);
   if (application) application->terminate();

@@ -42,6 +42,7 @@ class ApplicationItem : public FileSystemItem {
   ApplicationItem(const Rect& frame, const PropertyList& savedState);
   std::shared_ptr<Item> createFromState(const Rect& frame,
                                         const PropertyList& savedState) const override;
+  bool isFinder() const override;
 
  private:
   /// Of the application that is at the path now.

@@ -1,10 +1,12 @@
 #include "Quillbox/Item/DecorationMenu.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "Platform/Graphics.h"
 #include "Quillbox/Item/Item.h"
 #include "Quillbox/activation/MenuHelpers.h"
+#include "Quillbox/activation/MenuItemTags.h"
 #include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/managers/DecorationManager.h"
 #include "QuillboxCommon/RunLoop.h"
@@ -157,6 +159,13 @@ void DecorationMenu::menuTrackingWillBegin() {
 }
 
 void DecorationMenu::menuTrackingDidFinish() { current_.reset(); }
+
+void DecorationMenu::moveEntryToEnd(std::vector<std::shared_ptr<MenuItem>>& entries) {
+  const auto decorate = std::find_if(entries.begin(), entries.end(), [](const auto& entry) {
+    return entry->tag() == MenuItemTagDecorate;
+  });
+  if (decorate != entries.end()) std::rotate(decorate, decorate + 1, entries.end());
+}
 
 void DecorationMenu::itemWasSelected(GridViewItem& cell, GridView& grid) {
   const auto item = item_.lock();

@@ -27,6 +27,9 @@ class DecorationMenu : public GridViewDelegate,
   /// That menu has closed.
   static void menuTrackingDidFinish();
 
+  /// The entries of an item's menu with the one that opens this submenu behind all the others.
+  static void moveEntryToEnd(std::vector<std::shared_ptr<MenuItem>>& entries);
+
   void itemWasSelected(GridViewItem& cell, GridView& grid) override;
   void itemWillBeHighlighted(GridViewItem&, GridView&) override {}
 

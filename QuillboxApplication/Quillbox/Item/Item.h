@@ -162,8 +162,9 @@ class Item : public std::enable_shared_from_this<Item>, public MenuItemTarget {
   void noteViewFrameChanged();
 
   virtual bool representsFileSystemItem() const { return false; }
-  /// Whether the file that it stands for is there; false when it stands for none.
-  virtual bool represenedFileSystemItemExists() const { return false; }
+  /// Whether the file that it stands for is there; false when it stands for none. An item that
+  /// finds its file gone shows it.
+  virtual bool represenedFileSystemItemExists() { return false; }
 
   /// Whether the item pops up a view while it is selected. `delay`, in seconds, comes in as the
   /// usual time and may be changed.

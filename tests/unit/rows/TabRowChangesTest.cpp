@@ -320,6 +320,7 @@ TEST_F(TabRowChangesTest, TheIconOfAFileThatHasLeftIsForgotten) {
       addItem(FileSystemItem::create({{0, 0}, size}, std::string("/files/letter.txt")));
     }
   };
+  platform.fileSystem().putRaw("/files/letter.txt", "text");
   for (const bool trashed : {true, false}) {
     const auto files = std::make_shared<FileProvider>();
     files->names = {"letter"};

@@ -52,7 +52,7 @@ class TestItem : public Item {
   bool previewable() const override { return isPreviewable; }
   bool configurable() const override { return isConfigurable; }
   bool representsFileSystemItem() const override { return standsForFile; }
-  bool represenedFileSystemItemExists() const override { return fileExists; }
+  bool represenedFileSystemItemExists() override { return fileExists; }
   bool canReceiveDragOperation(const DragOperation&, std::uint32_t) override { return takesDrags; }
   MenuItems configureMenuItems() override { return menuItemsWithTitles(menuTitles); }
   void menuTrackingWillBegin(Menu& menu) override { note("menuTrackingWillBegin", menu); }
