@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <utility>
 
+#include "PlatformDesktop/clipboard/DesktopClipboard.h"
+#include "PlatformDesktop/clipboard/PasteboardItems.h"
 #include "PlatformDesktop/processes/DesktopFolders.h"
 
 namespace qb {
@@ -10,7 +12,7 @@ namespace qb {
 namespace {
 
 constexpr const char* changeCountKey = "ChangeCount";
-constexpr const char* contentsKey = "Contents";
+constexpr const char* itemsKey = "Items";
 
 class FilePasteboard : public Pasteboard {
  public:
@@ -21,24 +23,37 @@ class FilePasteboard : public Pasteboard {
     const std::int64_t count = changeCount() + 1;
     PropertyList file = PropertyList::dictionary();
     file.setLong(count, changeCountKey);
-    file.setObject(PropertyList::dictionary(), contentsKey);
+    file.setObject(PropertyList::array(), itemsKey);
     fileSystem_.writeToFile(file, path_);
     return count;
   }
 
   bool setData(const PropertyList::Data& data, const std::string& type) override {
-    PropertyList file = read();
-    PropertyList contents = file.objectForKey(contentsKey);
-    contents.setObject(data, type);
-    file.setObject(std::move(contents), contentsKey);
-    return fileSystem_.writeToFile(file, path_);
+    PropertyList::Array items = read().objectForKey(itemsKey).arrayValue();
+    if (items.empty()) items.push_back(PropertyList::dictionary());
+    items.front().setObject(data, type);
+    return write(std::move(items));
   }
 
   std::optional<PropertyList::Data> dataForType(const std::string& type) const override {
-    const PropertyList file = read();
-    const PropertyList& data = file.objectForKey(contentsKey).objectForKey(type);
-    if (data.kind() != PropertyList::Kind::Data) return std::nullopt;
-    return data.dataValue();
+    for (const auto& item : pasteboardItems()) {
+      if (auto data = item->dataForType(type)) return data;
+    }
+    return std::nullopt;
+  }
+
+  bool writeObjects(const std::vector<const PasteboardWriting*>& objects) override {
+    PropertyList::Array items = read().objectForKey(itemsKey).arrayValue();
+    for (const PasteboardWriting* object : objects) {
+      const auto contents = contentsOfObject(*object, *this);
+      if (!contents) return false;
+      items.push_back(propertyListOfItem(*contents));
+    }
+    return write(std::move(items));
+  }
+
+  std::vector<std::shared_ptr<const PasteboardItem>> pasteboardItems() const override {
+    return itemsOfPropertyList(read().objectForKey(itemsKey));
   }
 
   std::int64_t changeCount() const override { return read().longForKey(changeCountKey); }
@@ -46,6 +61,11 @@ class FilePasteboard : public Pasteboard {
  private:
   PropertyList read() const {
     return fileSystem_.dictionaryWithContentsOfFile(path_).value_or(PropertyList::dictionary());
+  }
+  bool write(PropertyList::Array items) const {
+    PropertyList file = read();
+    file.setObject(std::move(items), itemsKey);
+    return fileSystem_.writeToFile(file, path_);
   }
 
   FileSystem& fileSystem_;
@@ -80,6 +100,13 @@ std::string variable(const char* name) {
 
 DesktopPasteboards::DesktopPasteboards(FileSystem& fileSystem, std::string folder)
     : fileSystem_(fileSystem), folder_(std::move(folder)) {}
+
+DesktopPasteboards::~DesktopPasteboards() = default;
+
+std::shared_ptr<Pasteboard> DesktopPasteboards::generalPasteboard() {
+  if (!general_) general_ = std::make_shared<DesktopClipboard>();
+  return general_;
+}
 
 std::shared_ptr<Pasteboard> DesktopPasteboards::pasteboardWithName(const std::string& name) {
   auto& pasteboard = pasteboards_[name];

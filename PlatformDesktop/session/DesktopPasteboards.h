@@ -9,13 +9,18 @@
 
 namespace qb {
 
-/// Named pasteboards as files of this user, one each: a dictionary of the change count and the data
-/// by type. Nothing is kept in memory, so that all programs see one content.
+/// The clipboard, and named pasteboards as files of this user, one each: a dictionary of the change
+/// count and the items, each a dictionary of its data by type. Of these nothing is kept in memory,
+/// so that all programs see one content.
 class DesktopPasteboards : public Pasteboards {
  public:
   /// `folder` is made with the first content.
   explicit DesktopPasteboards(FileSystem& fileSystem, std::string folder = folderOfSession());
 
+  ~DesktopPasteboards() override;
+
+  /// Needs a QApplication on an X server.
+  std::shared_ptr<Pasteboard> generalPasteboard() override;
   std::shared_ptr<Pasteboard> pasteboardWithName(const std::string& name) override;
 
   /// The file of a pasteboard: it is replaced at each change. For those who watch it.
@@ -28,6 +33,7 @@ class DesktopPasteboards : public Pasteboards {
  private:
   FileSystem& fileSystem_;
   std::string folder_;
+  std::shared_ptr<Pasteboard> general_;
   std::map<std::string, std::shared_ptr<Pasteboard>> pasteboards_;
 };
 

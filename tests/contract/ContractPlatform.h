@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Platform/Platform.h"
@@ -70,6 +71,12 @@ class ContractPlatform {
   virtual void releaseButton(int button) = 0;
   /// One notch of the wheel away from its user.
   virtual void scrollUp() = 0;
+
+  /// Another program puts one thing on the clipboard, in types by the names that programs on a
+  /// desktop have for them, such as "text/plain".
+  virtual void putOnClipboard(const std::vector<std::pair<std::string, std::string>>& contents) = 0;
+  /// What another program finds there under such a name; none when there is nothing of that type.
+  virtual std::optional<std::string> readFromClipboard(const std::string& name) = 0;
 
   /// The user leaves the next menu that opens alone: the test itself closes it.
   virtual void letNextMenuStayOpen() = 0;

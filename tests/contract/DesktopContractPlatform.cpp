@@ -158,6 +158,10 @@ class DesktopContractPlatform : public ContractPlatform {
 
   ~DesktopContractPlatform() override {
     clients_.clear();
+    if (clipboardOwner_) {
+      clipboardOwner_->kill();
+      clipboardOwner_->waitForFinished();
+    }
     // Those that the platform itself has launched.
     for (const auto& launched :
          platform_->workspace().runningApplicationsWithBundleIdentifier(clientBundleIdentifier())) {
@@ -257,6 +261,26 @@ class DesktopContractPlatform : public ContractPlatform {
     hands_.button(4, false);
   }
 
+  void putOnClipboard(const std::vector<std::pair<std::string, std::string>>& contents) override {
+    QStringList words{"offer"};
+    const std::string folder = Desk::instance().folder("clipboard");
+    for (const auto& [name, data] : contents) {
+      const std::string file = folder + '/' + std::to_string(words.size());
+      writeRawFile(file, data);
+      words << QString::fromStdString(name) << QString::fromStdString(file);
+    }
+    clipboardOwner_ = std::make_unique<QProcess>();
+    clipboardOwner_->start(CONTRACT_CLIPBOARD_CLIENT, words);
+    waitUntil([&] { return clipboardOwner_->canReadLine(); });
+  }
+  std::optional<std::string> readFromClipboard(const std::string& name) override {
+    QProcess reader;
+    reader.start(CONTRACT_CLIPBOARD_CLIENT, {"read", QString::fromStdString(name)});
+    waitUntil([&] { return reader.state() == QProcess::NotRunning; });
+    if (reader.exitStatus() != QProcess::NormalExit || reader.exitCode() != 0) return std::nullopt;
+    return reader.readAllStandardOutput().toStdString();
+  }
+
   // A user who does nothing.
   void letNextMenuStayOpen() override {}
 
@@ -332,6 +356,7 @@ class DesktopContractPlatform : public ContractPlatform {
   Moment nextPress_ = 0;
   std::unique_ptr<DesktopPlatform> platform_;
   std::map<std::uint32_t, std::unique_ptr<Client>> clients_;
+  std::unique_ptr<QProcess> clipboardOwner_;
 };
 
 }  // namespace

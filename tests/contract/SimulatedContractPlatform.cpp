@@ -81,6 +81,18 @@ class SimulatedContractPlatform : public ContractPlatform {
   void releaseButton(int button) override { simulated_.pointer().release(button); }
   void scrollUp() override { simulated_.pointer().scroll(0, -13); }
 
+  void putOnClipboard(const std::vector<std::pair<std::string, std::string>>& contents) override {
+    PasteboardContents item;
+    for (const auto& [name, data] : contents) {
+      item.emplace_back(typeNamed(name), PropertyList::Data(data.begin(), data.end()));
+    }
+    simulated_.pasteboards().general().putByAnotherProgram({item});
+  }
+  std::optional<std::string> readFromClipboard(const std::string& name) override {
+    const auto data = simulated_.pasteboards().general().dataForType(typeNamed(name));
+    return data ? std::optional(std::string(data->begin(), data->end())) : std::nullopt;
+  }
+
   void letNextMenuStayOpen() override {
     simulated_.menuPresenter().whenMenuOpens([](SimulatedMenuUser&) {});
   }
@@ -120,6 +132,12 @@ class SimulatedContractPlatform : public ContractPlatform {
   }
 
  private:
+  static std::string typeNamed(const std::string& name) {
+    if (name == "text/plain") return "public.utf8-plain-text";
+    if (name == "text/rtf") return "public.rtf";
+    return name == "image/png" ? "public.png" : name;
+  }
+
   SimulatedPlatform simulated_;
   const SimulatedApplication client_{"org.contract.client", "Client",
                                      "/usr/share/applications/org.contract.client.desktop"};
