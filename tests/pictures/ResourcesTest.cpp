@@ -25,6 +25,8 @@ TEST(ResourcesTest, EveryPictureThatIsAskedForIsThereInItsSize) {
                                               {"RightArrow", {16, 16}},
                                               {"LeftIndicator", {12, 24}},
                                               {"RightIndicator", {12, 24}},
+                                              {"DownloadingIcon", {16, 16}},
+                                              {"Spinner", {16, 16}},
                                               {"BadgeZNone", {64, 64}},
                                               {"AddItemButton", {128, 128}},
                                               {"openinfinder", {128, 128}},
