@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "Quillbox/Item/ApplicationItem.h"
+#include "Quillbox/Item/FolderItem.h"
 #include "support/QuillboxFixture.h"
 
 namespace qb::test {
@@ -55,6 +56,17 @@ TEST_F(FileItemsTest, AnApplicationBecomesAnApplicationItem) {
   EXPECT_EQ(item->path(), "/work/Editor.desktop");
   EXPECT_EQ(item->bundleIdentifier(), "org.editor");
   EXPECT_EQ(item->view()->frame(), cell);
+}
+
+TEST_F(FileItemsTest, FoldersAndVolumesBecomeItemsOfTheirTypes) {
+  for (const char* path : {"/work/folder", "/media/disk"}) {
+    const auto item = std::dynamic_pointer_cast<FolderItem>(
+        quillbox->createFileSystemItemWithFrame(cell, "Mine", path));
+    ASSERT_TRUE(item) << path;
+    EXPECT_EQ(item->type(), quillbox->itemTypeForFileSystemObjectAtPath(path));
+    EXPECT_EQ(item->name(), "Mine");
+    EXPECT_EQ(item->path(), path);
+  }
 }
 
 TEST_F(FileItemsTest, NoPathBecomesNoItem) {

@@ -4,6 +4,8 @@
 #include "Platform/FileSystem.h"
 #include "Quillbox/Item/ApplicationItem.h"
 #include "Quillbox/Item/FilePaths.h"
+#include "Quillbox/Item/FolderItem.h"
+#include "Quillbox/Item/VolumeItem.h"
 #include "Quillbox/activation/Quillbox.h"
 #include "QuillboxCommon/Format.h"
 
@@ -18,6 +20,12 @@ struct FileItemClass {
                                             const std::string& path);
 };
 constexpr FileItemClass fileItemClasses[] = {
+    {ItemTypeVolume,
+     [](const Rect& frame, const std::string& name, const std::string& path)
+         -> std::shared_ptr<FileSystemItem> { return VolumeItem::create(frame, name, path); }},
+    {ItemTypeFolder,
+     [](const Rect& frame, const std::string& name, const std::string& path)
+         -> std::shared_ptr<FileSystemItem> { return FolderItem::create(frame, name, path); }},
     {ItemTypeApplication,
      [](const Rect& frame, const std::string& name, const std::string& path)
          -> std::shared_ptr<FileSystemItem> { return ApplicationItem::create(frame, name, path); }},
