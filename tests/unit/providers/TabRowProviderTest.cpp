@@ -185,7 +185,8 @@ TEST_F(TabRowProviderTest, CatalogueNamesItsEntries) {
   }
   EXPECT_EQ(entries, (std::vector<std::array<std::string, 2>>{
                          {"Active Applications", "ActiveApplicationsProvider"},
-                         {"Recent Applications", "RecentApplicationsProvider"}}));
+                         {"Recent Applications", "RecentApplicationsProvider"},
+                         {"Folder Contents", "FolderContentsProvider"}}));
 }
 
 }  // namespace
