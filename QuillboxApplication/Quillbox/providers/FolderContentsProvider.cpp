@@ -32,6 +32,8 @@ constexpr const char* segregateByKey = "SegregateBy";
 constexpr TimeInterval monitoringLatency = 0.25;
 /// The second one shows what a file has come to that was still being written at the first.
 constexpr TimeInterval refreshDelays[] = {0.1, 3.0};
+/// A question about a name that is taken must not come while the drag still holds the pointer.
+constexpr TimeInterval dropDelay = 0.1;
 constexpr TimeInterval fadeStep = 0.05;
 constexpr double alphaOfTrashedItem = 0.5;
 
@@ -342,6 +344,29 @@ void FolderContentsProvider::fadeItemsOut(TimeInterval& delay) {
 bool FolderContentsProvider::canReceiveDragOperation(const DragOperation& /*drag*/,
                                                      std::uint32_t dragTypes) {
   return (dragTypes & DragTypeFileURL) != 0;
+}
+
+bool FolderContentsProvider::receiveDragOperation(
+    const DragOperation& drag, const std::vector<std::shared_ptr<DragItem>>& dragItems,
+    std::int64_t /*dropIndex*/) {
+  std::vector<std::string> paths;
+  for (const auto& item : dragItems) {
+    const auto contents = item->commonContents.find(DragContentsFileURL);
+    if (contents == item->commonContents.end()) continue;
+    const auto* const path = std::any_cast<std::string>(&contents->second);
+    if (path != nullptr) paths.push_back(*path);
+  }
+  const bool copies = drag.draggingSourceOperationMask() == DragOperationCopy;
+  executeBlockAfterDelay(whileAlive([paths, copies](auto& self) {
+                           if (self.folderPath_.empty()) return;
+                           if (copies) {
+                             quillbox->copyItems(paths, self.folderPath_);
+                           } else {
+                             quillbox->moveItems(paths, self.folderPath_);
+                           }
+                         }),
+                         dropDelay);
+  return false;
 }
 
 }  // namespace qb

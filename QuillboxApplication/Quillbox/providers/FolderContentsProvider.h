@@ -34,6 +34,11 @@ class FolderContentsProvider : public TabRowProvider {
   bool moveItem(Item& item, const std::string& toFolderAtPath) override;
   MenuItems menuItemsForConfigure() override;
   bool canReceiveDragOperation(const DragOperation& drag, std::uint32_t dragTypes) override;
+  /// Moves the files into the folder, or copies them where the drag allows no more. What has come
+  /// is shown like any other change, wherever it was dropped.
+  bool receiveDragOperation(const DragOperation& drag,
+                            const std::vector<std::shared_ptr<DragItem>>& dragItems,
+                            std::int64_t dropIndex) override;
   bool shouldHiliteTabRowOnDragEnter() override { return true; }
 
   /// Empty for none.

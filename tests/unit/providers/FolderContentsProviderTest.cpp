@@ -20,6 +20,15 @@ class FolderContentsProviderTest : public FolderContentsFixture {
     const LabelView* const label = row->instructionalMessageLabel();
     return label ? label->text() : "none";
   }
+  /// Drops files, and with them something else.
+  bool drop(std::int32_t mask, const std::vector<std::string>& paths) {
+    std::vector<std::shared_ptr<DragItem>> dropped{std::make_shared<DragItem>()};
+    for (const std::string& path : paths) {
+      dropped.push_back(
+          std::make_shared<DragItem>(DragItem{DragTypeFileURL, {{DragContentsFileURL, path}}}));
+    }
+    return contents->receiveDragOperation(TestDrag(DragTypeFileURL, mask), dropped, 0);
+  }
 };
 
 TEST_F(FolderContentsProviderTest, AnswersForItself) {
@@ -201,6 +210,34 @@ TEST_F(FolderContentsProviderTest, FilesCanBeDroppedOnIt) {
   EXPECT_TRUE(contents->canReceiveDragOperation(drag, DragTypeFileURL));
   EXPECT_TRUE(contents->canReceiveDragOperation(drag, DragTypeFileURL | DragTypeText));
   EXPECT_FALSE(contents->canReceiveDragOperation(drag, DragTypeText));
+}
+
+TEST_F(FolderContentsProviderTest, DroppedFilesAreMovedToTheFolder) {
+  showFolder();
+  files().putRaw("/home/user/a.txt", "x");
+  files().putRaw("/home/user/b.txt", "x");
+  EXPECT_FALSE(drop(DragOperationEvery, {"/home/user/a.txt", "/home/user/b.txt"}));
+  platform.runFor(0.099);
+  EXPECT_THAT(contents->filesAndFolders(), IsEmpty());
+  platform.runFor(0.3);
+  EXPECT_EQ(entryNames(), (Names{"b.txt", "a.txt"}));
+  EXPECT_FALSE(files().fileExistsAtPath("/home/user/a.txt"));
+}
+
+TEST_F(FolderContentsProviderTest, FilesThatMayOnlyBeCopiedAre) {
+  showFolder();
+  files().putRaw("/home/user/a.txt", "x");
+  EXPECT_FALSE(drop(DragOperationCopy, {"/home/user/a.txt"}));
+  platform.runFor(0.4);
+  EXPECT_EQ(entryNames(), (Names{"a.txt"}));
+  EXPECT_TRUE(files().fileExistsAtPath("/home/user/a.txt"));
+}
+
+TEST_F(FolderContentsProviderTest, WithoutAFolderADropGoesNowhere) {
+  files().putRaw("/home/user/a.txt", "x");
+  EXPECT_FALSE(drop(DragOperationEvery, {"/home/user/a.txt"}));
+  platform.runFor(0.4);
+  EXPECT_TRUE(files().fileExistsAtPath("/home/user/a.txt"));
 }
 
 // The chooser.

@@ -18,11 +18,14 @@ using CallLog = std::vector<std::string>;
 /// A drag of things of some kinds.
 class TestDrag : public DragOperation {
  public:
-  explicit TestDrag(std::uint32_t types) : types_(types) {}
+  explicit TestDrag(std::uint32_t types, std::int32_t sourceMask = DragOperationEvery)
+      : types_(types), sourceMask_(sourceMask) {}
   std::uint32_t dragTypes() const override { return types_; }
+  std::int32_t draggingSourceOperationMask() const override { return sourceMask_; }
 
  private:
   std::uint32_t types_;
+  std::int32_t sourceMask_;
 };
 
 inline std::vector<std::shared_ptr<MenuItem>> menuItemsWithTitles(
