@@ -35,6 +35,8 @@ constexpr TimeInterval refreshDelays[] = {0.1, 3.0};
 /// A question about a name that is taken must not come while the drag still holds the pointer.
 constexpr TimeInterval dropDelay = 0.1;
 constexpr TimeInterval fadeStep = 0.05;
+/// So long a row passes over news, because it has just followed others.
+constexpr TimeInterval busyTimeOfRow = 0.65;
 constexpr double alphaOfTrashedItem = 0.5;
 
 FileSystem& files() { return quillbox->platform().fileSystem(); }
@@ -93,11 +95,7 @@ std::int64_t FolderContentsProvider::numberOfItems() {
   if (folderPath_.empty()) return static_cast<std::int64_t>(systemFolders_.size()) + 1;
   createFilesAndFolders();
   // No word comes of a folder that cannot be watched.
-  if (!itemsAreDisplayed() &&
-      !std::equal(entriesOfItems_.begin(), entriesOfItems_.end(), filesAndFolders_.begin(),
-                  filesAndFolders_.end(), isSame)) {
-    itemsHaveChangedDuringDormancy_ = true;
-  }
+  if (!itemsAreDisplayed() && itemsAreOutOfDate()) itemsHaveChangedDuringDormancy_ = true;
   if (const auto row = tabRow()) {
     if (filesAndFolders_.empty()) {
       row->showInstructionalMessage(instructionalMessage());
@@ -106,6 +104,12 @@ std::int64_t FolderContentsProvider::numberOfItems() {
     }
   }
   return static_cast<std::int64_t>(filesAndFolders_.size()) + 1;
+}
+
+bool FolderContentsProvider::itemsAreOutOfDate() const {
+  return folderOfItems_ != folderPath_ ||
+         !std::equal(entriesOfItems_.begin(), entriesOfItems_.end(), filesAndFolders_.begin(),
+                     filesAndFolders_.end(), isSame);
 }
 
 bool FolderContentsProvider::haveItemsChanged() {
@@ -123,6 +127,7 @@ void FolderContentsProvider::createFilesAndFolders() {
 }
 
 void FolderContentsProvider::createItemsWithSize(Size size) {
+  folderOfItems_ = folderPath_;
   entriesOfItems_ = filesAndFolders_;
   itemsHaveChangedDuringDormancy_ = false;
   if (folderPath_.empty()) {
@@ -237,6 +242,12 @@ void FolderContentsProvider::refresh() {
 
 void FolderContentsProvider::itemsHaveChanged() {
   if (const auto row = tabRow()) row->itemsHaveChangedWithMaintainSelection(false, false);
+  executeBlockAfterDelay(whileAlive([](auto& self) {
+                           if (self.itemsAreDisplayed() && self.itemsAreOutOfDate()) {
+                             self.itemsHaveChanged();
+                           }
+                         }),
+                         busyTimeOfRow);
 }
 
 void FolderContentsProvider::useSystemFolder(std::int64_t directoryID) {

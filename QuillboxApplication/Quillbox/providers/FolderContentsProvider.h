@@ -77,7 +77,8 @@ class FolderContentsProvider : public TabRowProvider {
   void refresh();
   void removeEntry(const Item& item);
   void fadeItemsOut(TimeInterval& delay);
-  /// Has a row that is up show its items anew.
+  bool itemsAreOutOfDate() const;
+  /// Has a row that is up show its items anew, if need be when it has time for that.
   void itemsHaveChanged();
 
   void sortChanged();
@@ -88,7 +89,8 @@ class FolderContentsProvider : public TabRowProvider {
 
   std::string folderPath_;
   std::vector<std::shared_ptr<FileOrFolder>> filesAndFolders_;
-  /// Those that the items were made for, as far as they were there.
+  /// What the items were made for.
+  std::string folderOfItems_;
   std::vector<std::shared_ptr<FileOrFolder>> entriesOfItems_;
   std::vector<SystemFolder> systemFolders_;
   FolderOrder order_;

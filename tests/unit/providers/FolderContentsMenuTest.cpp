@@ -120,6 +120,19 @@ TEST_F(FolderContentsMenuTest, ARowThatIsUpShowsTheNewOrderAtOnce) {
   EXPECT_GT(host().stateChanged().generation(), saved);
 }
 
+TEST_F(FolderContentsMenuTest, AnOrderThatIsChosenWhileTheRowIsBusyIsShownAfterThat) {
+  for (const char* name : {"a.desktop", "b.desktop"}) put(name);
+  showFolder();
+  showInRow();
+  choose("Ascending");
+  platform.runFor(0.1);
+  choose("Descending");
+  platform.runFor(0.1);
+  EXPECT_EQ(rowNames(), (Names{"a.desktop", "b.desktop", "Open Work in Finder..."}));
+  platform.runFor(0.6);
+  EXPECT_EQ(rowNames(), (Names{"b.desktop", "a.desktop", "Open Work in Finder..."}));
+}
+
 TEST_F(FolderContentsMenuTest, DownloadsCanBeThrownAwayAsAWhole) {
   EXPECT_FALSE(contents->sourceFolderIsDownloads());
   showFolder(downloads);
