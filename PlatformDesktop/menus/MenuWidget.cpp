@@ -1,5 +1,6 @@
 #include "PlatformDesktop/menus/MenuWidget.h"
 
+#include <QCursor>
 #include <QKeyEvent>
 #include <QScreen>
 #include <QStyleOptionMenuItem>
@@ -151,9 +152,15 @@ void MenuWidget::updateSubmenu(Entry& entry) {
   entry.action->setMenu(entry.submenu.get());
   connect(entry.submenu.get(), &QMenu::aboutToHide, this,
           [widget = entry.submenu.get()] { widget->menu()->noteDidClose(); });
-  if (isVisible() && activeAction() == entry.action.get()) {
+  if (isVisible() && activeAction() == entry.action.get() && isUnderPointer(*entry.action)) {
     openSubmenuAfterRest(entry.action.get());
   }
+}
+
+// By keys one stays in this menu until one goes further in: a submenu that opened by itself would
+// take the next keys.
+bool MenuWidget::isUnderPointer(QAction& action) const {
+  return actionGeometry(&action).contains(mapFromGlobal(QCursor::pos()));
 }
 
 // Qt looks for a submenu only when the pointer comes to the item.

@@ -69,6 +69,7 @@ class MenuWidget : public QMenu {
 
   Entry makeEntry(MenuItem& item);
   void updateSubmenu(Entry& entry);
+  bool isUnderPointer(QAction& action) const;
   void openSubmenuAfterRest(const QAction* action);
   Entries::iterator find(const MenuItem& item);
   void retire(Entries::iterator entry);

@@ -212,6 +212,29 @@ TEST_F(MenuPresenterTest, ASubmenuThatTheHighlightedItemGetsOpensToo) {
   EXPECT_FALSE(popUp());
 }
 
+TEST_F(MenuPresenterTest, ASubmenuThatComesToAnItemReachedByKeysWaitsForTheNextKey) {
+  const auto one = add("One");
+  const auto submenu = Menu::create("Submenu");
+  submenu->addItem(MenuItem::create("Inner"));
+  Moment given = 0;
+  when("shown", shown(), [&] { presenter.keyDown(key(KeyCodeDown)); });
+  when("one highlighted", highlighted(one), [&] {
+    one->setSubmenu(submenu);
+    given = loop.now();
+  });
+  constexpr TimeInterval longRest = 0.5;
+  when(
+      "rested", [&] { return loop.now() - given > longRest; },
+      [&] {
+        EXPECT_FALSE(isShown(*submenu));
+        presenter.keyDown(key(KeyCodeRight));
+      });
+  when(
+      "inner highlighted", [&] { return isHighlighted(*submenu->items()[0]); },
+      [&] { menu->cancelTracking(); });
+  EXPECT_FALSE(popUp());
+}
+
 TEST_F(MenuPresenterTest, EscapeInASubmenuClosesThatFirst) {
   const auto one = add("One");
   const auto submenu = Menu::create("Sub");
