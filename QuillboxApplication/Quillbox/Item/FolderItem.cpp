@@ -12,6 +12,9 @@
 #include "Quillbox/Item/FolderMoreEntry.h"
 #include "Quillbox/activation/MenuItemTags.h"
 #include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/providers/FolderContentsProvider.h"
+#include "Quillbox/rows/HostView.h"
+#include "Quillbox/rows/TabRow.h"
 #include "QuillboxCommon/Format.h"
 
 namespace qb {
@@ -136,10 +139,17 @@ void FolderItem::addEntriesForAllContents(MenuItems& entries, const Paths& conte
     entries.insert(entries.end(), {trash, save});
   }
   if (!entries.empty()) entries.push_back(MenuItem::separatorItem());
+  const bool hasSeveral = contents.size() > 1;
   entries.push_back(MenuItem::create(
-      contents.size() == 1 ? "Open Contained Item"
-                           : stringWithFormat("Open all %ld Contained Items", contents.size()),
+      hasSeveral ? stringWithFormat("Open all %ld Contained Items", contents.size())
+                 : "Open Contained Item",
       menuAction("openAllContainedItems", &FolderItem::openAllContainedItems)));
+  if (!hasSeveral) return;
+  auto newRow = MenuItem::create(
+      stringWithFormat("Show all %ld Contained Items in New Tab Row...", contents.size()),
+      menuAction("newTabRow", &FolderItem::newTabRow));
+  newRow->setTag(FolderMenuTagNewTabRow);
+  entries.push_back(std::move(newRow));
 }
 
 void FolderItem::addActiveDownloads(MenuItems& entries, const Paths& downloads) {
@@ -270,6 +280,16 @@ void FolderItem::openAllContainedItems(MenuItem& /*entry*/) {
     return;
   }
   for (const std::string& each : paths) quillbox->platform().applicationControl().openFile(each);
+}
+
+void FolderItem::newTabRow(MenuItem& /*entry*/) {
+  const auto row = tabRow();
+  if (!row) return;
+  const auto newRow = quillbox->addTabRowRelativeToTabRow(*row, TabRowPlacementBelow);
+  if (!newRow) return;
+  auto provider = FolderContentsProvider::create();
+  provider->setFolderPath(path(), false);
+  newRow->setProvider(std::move(provider));
 }
 
 }  // namespace qb

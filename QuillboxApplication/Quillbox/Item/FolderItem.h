@@ -66,6 +66,8 @@ class FolderItem : public FileSystemItem {
   void trashContents(MenuItem& entry);
   void saveContents(MenuItem& entry);
   void openAllContainedItems(MenuItem& entry);
+  /// Shows the folder in a row of its own below the item's.
+  void newTabRow(MenuItem& entry);
 
  protected:
   FolderItem(const Rect& frame, const std::string& name, const std::string& path)

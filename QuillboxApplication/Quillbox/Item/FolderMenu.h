@@ -17,6 +17,8 @@ enum FolderMenuTag : std::int64_t {
   /// A download in progress.
   FolderMenuTagDownloadingItem = 935,
   FolderMenuTagTrashDownloads = 7348,
+  /// Shows the folder in a row of its own.
+  FolderMenuTagNewTabRow = 15982,
 };
 
 /// What `menuForFolder` is to make.

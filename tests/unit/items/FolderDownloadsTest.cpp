@@ -60,9 +60,9 @@ TEST_F(FolderDownloadsTest, TheWholeMenu) {
   EXPECT_EQ(ownLines(*item),
             (Lines{"Open Saved Downloads Folder...", "Move Downloaded Items to Trash... >",
                    "Move Downloaded Items to Saved Downloads Folder...", "-",
-                   "Open all 2 Contained Items", "-", "(Active Downloads)", "* c.zip.crdownload",
-                   "* d.iso.part", "* e.dmg", "-", "(Recent Items)", "b.zip", "a.zip", "a.zip",
-                   "b.zip"}));
+                   "Open all 2 Contained Items", "Show all 2 Contained Items in New Tab Row...",
+                   "-", "(Active Downloads)", "* c.zip.crdownload", "* d.iso.part", "* e.dmg", "-",
+                   "(Recent Items)", "b.zip", "a.zip", "a.zip", "b.zip"}));
 }
 
 TEST_F(FolderDownloadsTest, DownloadsAloneAreNoContents) {

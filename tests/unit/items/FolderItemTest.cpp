@@ -5,6 +5,8 @@
 #include "Quillbox/Item/FolderContents.h"
 #include "Quillbox/Item/VolumeItem.h"
 #include "Quillbox/activation/MenuItemTags.h"
+#include "Quillbox/providers/FolderContentsProvider.h"
+#include "Quillbox/rows/TabRow.h"
 #include "support/FolderItemFixture.h"
 #include "support/MenuTitles.h"
 
@@ -151,7 +153,8 @@ TEST_F(FolderItemTest, ItsEntriesFollowThoseOfEveryPath) {
   titles.resize(base.size());
   EXPECT_EQ(titles, titlesOf(base));
   EXPECT_EQ(ownLines(*item),
-            (Lines{"-", "Open all 2 Contained Items", "-", "(Contents)", "01", "02"}));
+            (Lines{"-", "Open all 2 Contained Items",
+                   "Show all 2 Contained Items in New Tab Row...", "-", "(Contents)", "01", "02"}));
 }
 
 TEST_F(FolderItemTest, AnEmptyFolderAddsNothing) {
@@ -171,16 +174,17 @@ TEST_F(FolderItemTest, TheOneItemOfAFolderIsOpenedAsSuch) {
 TEST_F(FolderItemTest, TwelveEntriesFitWithoutMore) {
   fill(folder, 12);
   const auto entries = ownEntries(*item);
-  ASSERT_EQ(entries.size(), 4U + 12U);
+  ASSERT_EQ(entries.size(), 5U + 12U);
   EXPECT_EQ(entries.back()->title(), "12");
 }
 
 TEST_F(FolderItemTest, ThirtyItemsOfWhichFourAreRecentShowTwelve) {
   const Lines paths = fill(folder, 30);
   keepAsRecent({paths[29], paths[2], paths[10], paths[11]});
-  EXPECT_EQ(ownLines(*item),
-            (Lines{"-", "Open all 30 Contained Items", "-", "(Recent Items)", "30", "03", "11",
-                   "12", "01", "02", "03", "04", "05", "06", "07", "08", "...More..."}));
+  EXPECT_EQ(ownLines(*item), (Lines{"-", "Open all 30 Contained Items",
+                                    "Show all 30 Contained Items in New Tab Row...", "-",
+                                    "(Recent Items)", "30", "03", "11", "12", "01", "02", "03",
+                                    "04", "05", "06", "07", "08", "...More..."}));
 }
 
 TEST_F(FolderItemTest, ARecentItemThatIsGoneTakesNoPlace) {
@@ -188,7 +192,7 @@ TEST_F(FolderItemTest, ARecentItemThatIsGoneTakesNoPlace) {
   keepAsRecent({"/nowhere/gone", paths[0], folder + "/also gone", paths[1], paths[2], paths[3],
                 paths[4], paths[5]});
   Lines lines = ownLines(*item);
-  lines.erase(lines.begin(), lines.begin() + 3);
+  lines.erase(lines.begin(), lines.begin() + 4);
   EXPECT_EQ(lines, (Lines{"(Recent Items)", "01", "02", "03", "04", "05", "06", "01", "02", "03",
                           "04", "05", "06", "...More..."}));
 }
@@ -197,7 +201,7 @@ TEST_F(FolderItemTest, AtMostSixRecentItemsShow) {
   const Lines paths = fill(folder, 8);
   keepAsRecent(paths);
   Lines lines = ownLines(*item);
-  lines.erase(lines.begin(), lines.begin() + 3);
+  lines.erase(lines.begin(), lines.begin() + 4);
   EXPECT_EQ(lines, (Lines{"(Recent Items)", "01", "02", "03", "04", "05", "06", "01", "02", "03",
                           "04", "05", "06"}))
       << "twelve stand for eight: no more";
@@ -318,11 +322,28 @@ TEST_F(FolderItemTest, MoreThanEightItemsOpenOnlyWhenConfirmed) {
   EXPECT_THAT(alert.buttons, ElementsAre("Cancel", "Open Items"));
 }
 
+TEST_F(FolderItemTest, TheFolderCanHaveARowBelowTheItemsOwn) {
+  fill(folder, 2);
+  constexpr const char* title = "Show all 2 Contained Items in New Tab Row...";
+  EXPECT_EQ(entryOf(*item, title)->tag(), 15982);
+  choose(*item, title);
+  EXPECT_THAT(host().tabRows(), SizeIs(1)) << "the item is in none";
+  open(ActivationMethodCorner);
+  platform.runFor(1);
+  item->setTabRow(host().tabRows().front());
+  choose(*item, title);
+  ASSERT_THAT(host().tabRows(), SizeIs(2));
+  const auto provider =
+      std::dynamic_pointer_cast<FolderContentsProvider>(host().tabRows().back()->provider());
+  ASSERT_NE(provider, nullptr);
+  EXPECT_EQ(provider->folderPath(), folder);
+}
+
 TEST_F(FolderItemTest, AVeryLargeFolderHasAMenuAsSmallAsAnyOther) {
   for (int number = 0; number < 1000; ++number) {
     files().putRaw(folder + '/' + std::to_string(number), "");
   }
-  EXPECT_EQ(ownEntries(*item).size(), 4U + 12U + 1U);
+  EXPECT_EQ(ownEntries(*item).size(), 5U + 12U + 1U);
 }
 
 }  // namespace
