@@ -1,10 +1,12 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "QuillboxCommon/PropertyList.h"
 #include "QuillboxCommon/views/Canvas.h"
 #include "QuillboxCommon/views/Image.h"
 #include "QuillboxCommon/views/Text.h"
@@ -24,6 +26,12 @@ class Graphics : public TextMeasurer {
   /// the picture is wanted in another resolution, at once or never. So it owns what it draws, and
   /// draws the same each time.
   virtual Image imageWithSize(Size size, std::function<void(Canvas&)> draw) = 0;
+  /// The picture in the bytes of a file such as PNG, JPEG or TIFF, a point for each of its pixels;
+  /// an empty one when there is none in them.
+  virtual Image imageWithData(const PropertyList::Data& data) = 0;
+  /// The image as a PNG file, in the pixels that it is made of or, where it has none of its own,
+  /// one for each point of its natural size. None for an empty image.
+  virtual std::optional<PropertyList::Data> pngDataOfImage(const Image& image) const = 0;
   /// The icon of a file or application. Answers at once, never touches the disk on the way: what it
   /// has, or a generic icon; the true one then comes through `update` (if given) on the main
   /// thread, once, and is kept for the next time.

@@ -13,6 +13,7 @@ constexpr Size defaultImageSize{32, 32};
 constexpr Size iconSize{128, 128};
 constexpr double widthOfCharacter = 0.5;
 constexpr double heightOfLine = 1.2;
+constexpr std::string_view beginningOfImageData = "image ";
 
 /// A picture that was drawn, as the record of the drawing.
 class DrawnImageSource : public SimulatedImageSource {
@@ -77,6 +78,19 @@ Image SimulatedGraphics::imageWithSize(Size size, std::function<void(Canvas&)> d
   RecordingCanvas canvas(all);
   draw(canvas);
   return Image(std::make_shared<DrawnImageSource>(size, canvas.operations()));
+}
+
+Image SimulatedGraphics::imageWithData(const PropertyList::Data& data) {
+  const std::string text(data.begin(), data.end());
+  return text.starts_with(beginningOfImageData)
+             ? imageNamed(text.substr(beginningOfImageData.size()))
+             : Image();
+}
+
+std::optional<PropertyList::Data> SimulatedGraphics::pngDataOfImage(const Image& image) const {
+  if (!image) return std::nullopt;
+  const std::string text = std::string(beginningOfImageData) + simulatedImageName(image);
+  return PropertyList::Data(text.begin(), text.end());
 }
 
 Image SimulatedGraphics::iconForFile(const std::string& path,

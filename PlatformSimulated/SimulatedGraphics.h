@@ -45,6 +45,10 @@ class SimulatedGraphics : public Graphics {
   std::vector<std::string> imageNames(std::string_view prefix) const override;
   /// An image named "drawn". Draws once, at once; see `simulatedImageOperations`.
   Image imageWithSize(Size size, std::function<void(Canvas&)> draw) override;
+  /// The image of that name where the bytes are "image NAME"; an empty one for others.
+  Image imageWithData(const PropertyList::Data& data) override;
+  /// Such bytes.
+  std::optional<PropertyList::Data> pngDataOfImage(const Image& image) const override;
   /// An image named "icon:PATH"; until it has been delivered, one named "generic icon". Both have
   /// 128 by 128 points. Delivery is due at once, unless held.
   Image iconForFile(const std::string& path, std::function<void(const Image&)> update) override;

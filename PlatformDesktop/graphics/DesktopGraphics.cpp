@@ -1,8 +1,10 @@
 #include "PlatformDesktop/graphics/DesktopGraphics.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QFontMetricsF>
+#include <QImageReader>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -85,6 +87,28 @@ std::vector<std::string> DesktopGraphics::imageNames(std::string_view prefix) co
 Image DesktopGraphics::imageWithSize(Size size, std::function<void(Canvas&)> draw) {
   if (Rect{{0, 0}, size}.isEmpty()) return {};
   return Image(std::make_shared<const DrawnImage>(size, std::move(draw)));
+}
+
+Image DesktopGraphics::imageWithData(const PropertyList::Data& data) {
+  QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()),
+                                             static_cast<qsizetype>(data.size()));
+  QBuffer buffer(&bytes);
+  QImageReader reader(&buffer);
+  reader.setAutoTransform(true);
+  QImage pixels = reader.read();
+  if (pixels.isNull()) return {};
+  const Size size{static_cast<double>(pixels.width()), static_cast<double>(pixels.height())};
+  return Image(std::make_shared<const PixelImage>(std::move(pixels), size));
+}
+
+std::optional<PropertyList::Data> DesktopGraphics::pngDataOfImage(const Image& image) const {
+  const auto source = std::dynamic_pointer_cast<const DesktopImage>(image.source());
+  if (!source) return std::nullopt;
+  QByteArray png;
+  QBuffer buffer(&png);
+  buffer.open(QIODevice::WriteOnly);
+  if (!source->scaled(source->ownPixels()).save(&buffer, "PNG")) return std::nullopt;
+  return PropertyList::Data(png.begin(), png.end());
 }
 
 Image DesktopGraphics::iconForFile(const std::string& path,

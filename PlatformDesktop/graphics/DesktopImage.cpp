@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QSvgRenderer>
 #include <algorithm>
+#include <cmath>
 
 #include "PlatformDesktop/graphics/QPainterCanvas.h"
 
@@ -34,6 +35,11 @@ QImage DesktopImage::scaled(const QSize& pixels) const {
   drawn_.insert(drawn_.begin(), result);
   if (drawn_.size() > keptSizes) drawn_.pop_back();
   return result;
+}
+
+QSize DesktopImage::ownPixels() const {
+  return {static_cast<int>(std::ceil(naturalSize_.width)),
+          static_cast<int>(std::ceil(naturalSize_.height))};
 }
 
 SvgImage::SvgImage(const QByteArray& svg) : DesktopImage(naturalSizeOfSvg(svg)), svg_(svg) {}

@@ -20,6 +20,8 @@ class DesktopImage : public ImageSource {
   /// The picture in exactly that many pixels, premultiplied. An empty size gives a null picture.
   /// Any thread, where the kind of image does not say otherwise.
   QImage scaled(const QSize& pixels) const;
+  /// The pixels that it is made of, or one for each point.
+  virtual QSize ownPixels() const;
 
  private:
   /// Makes the picture anew; never for an empty size, and on one thread at a time.

@@ -13,6 +13,7 @@ class PixelImage : public DesktopImage {
  public:
   /// `pixels` with the size in points at which it is natural.
   PixelImage(QImage pixels, Size naturalSize);
+  QSize ownPixels() const override { return levels_.front().size(); }
 
  private:
   QImage render(const QSize& pixels) const override;

@@ -88,6 +88,23 @@ TEST_F(GraphicsContract, NoPictureIsDrawnInNoSpace) {
   EXPECT_FALSE(hasDrawn);
 }
 
+TEST_F(GraphicsContract, APictureGoesIntoBytesAndComesOutOfThem) {
+  const Image drawn = platform_.graphics().imageWithSize(
+      {32, 32}, [](Canvas& canvas) { canvas.fill(Rect::make(0, 0, 32, 32), Color::black()); });
+  const auto data = platform_.graphics().pngDataOfImage(drawn);
+  ASSERT_TRUE(data);
+  const Image read = platform_.graphics().imageWithData(*data);
+  ASSERT_TRUE(read);
+  EXPECT_EQ(read.size().width, 32);
+  EXPECT_EQ(read.size().height, 32);
+  EXPECT_EQ(platform_.graphics().pngDataOfImage({}), std::nullopt);
+}
+
+TEST_F(GraphicsContract, BytesThatAreNoPictureGiveNone) {
+  EXPECT_FALSE(platform_.graphics().imageWithData({}));
+  EXPECT_FALSE(platform_.graphics().imageWithData({0x89, 'P', 'N', 'G', 13, 10}));
+}
+
 TEST_F(GraphicsContract, NamesThatNoImageBeginsWithGiveNone) {
   EXPECT_TRUE(platform_.graphics().imageNames("NoImageBeginsSo").empty());
 }
