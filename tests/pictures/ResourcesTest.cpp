@@ -31,6 +31,7 @@ TEST(ResourcesTest, EveryPictureThatIsAskedForIsThereInItsSize) {
                                               {"AddItemButton", {128, 128}},
                                               {"openinfinder", {128, 128}},
                                               {"UnknownFile", {128, 128}},
+                                              {"UnknownClipboardItem", {128, 128}},
                                               {"FileIcon", {128, 128}},
                                               {"Folder", {128, 128}},
                                               {"ApplicationIcon", {128, 128}},
