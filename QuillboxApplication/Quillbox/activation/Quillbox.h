@@ -21,6 +21,7 @@ namespace qb {
 class AccessibilityAccess;
 class AppDelegate;
 class ApplicationManager;
+class Cubby;
 class DecorationManager;
 class DockManager;
 class DragOperation;
@@ -147,6 +148,7 @@ class Quillbox {
   void shareFileViaEmail(const std::string& path);
   void shareTextViaEmail(const AttributedString& text);
   void shareImageViaEmail(const Image& image);
+  void shareCubbiesViaEmail(const std::vector<std::shared_ptr<Cubby>>& cubbies);
 
   // Images.
   /// A picture of the program's own; empty when there is none of that name. From Yosemite on one

@@ -84,6 +84,10 @@ void Quillbox::shareImageViaEmail(const Image& image) {
   utilities_->mail.shareImageViaEmail(image);
 }
 
+void Quillbox::shareCubbiesViaEmail(const std::vector<std::shared_ptr<Cubby>>& cubbies) {
+  utilities_->mail.shareCubbiesViaEmail(cubbies);
+}
+
 // Images.
 
 Image Quillbox::imageNamed(const std::string& name) const {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "Quillbox/managers/Cubby.h"
 #include "support/ActivationFixture.h"
 
 namespace qb::test {
@@ -47,12 +48,63 @@ TEST_F(MailSharingTest, AnImageGoesAsItIs) {
   EXPECT_EQ(std::get<Image>(message().items[1]), image);
 }
 
+TEST_F(MailSharingTest, OneClippingGoesAsTextOrAsImage) {
+  AttributedString text;
+  text.append("bold", Font::boldSystemFontOfSize(14));
+  quillbox->shareCubbiesViaEmail({std::make_shared<Cubby>(text)});
+  EXPECT_EQ(message().subject, "A Clipping for You");
+  ASSERT_THAT(message().items, SizeIs(2));
+  EXPECT_EQ(this->text(0), "Hi, here is a clipping for you: \r\r\n\n ");
+  EXPECT_EQ(std::get<AttributedString>(message().items[1]), text);
+
+  platform.graphics().setImageSize("Large", {5000, 4000});
+  const Image image = platform.graphics().imageNamed("Large");
+  quillbox->shareCubbiesViaEmail({std::make_shared<Cubby>(image)});
+  EXPECT_EQ(message().subject, "A Clipping for You");
+  ASSERT_THAT(message().items, SizeIs(2));
+  EXPECT_EQ(this->text(0), "Hi, here is a clipping for you: \r\r\n\n ");
+  EXPECT_EQ(std::get<Image>(message().items[1]), image) << "in its own size";
+}
+
+TEST_F(MailSharingTest, SeveralClippingsGoTogetherInTheirOrder) {
+  const Image image = platform.graphics().imageNamed("Picture");
+  const auto data = [](std::string_view text) {
+    return PropertyList::Data(text.begin(), text.end());
+  };
+  quillbox->shareCubbiesViaEmail({std::make_shared<Cubby>("public.utf8-plain-text", data("one")),
+                                  std::make_shared<Cubby>(image),
+                                  std::make_shared<Cubby>("public.rtf", data("damaged")),
+                                  std::make_shared<Cubby>("public.utf8-plain-text", data("")),
+                                  std::make_shared<Cubby>("other", data("other")),
+                                  std::make_shared<Cubby>("public.rtf", data("{\\rtf1 two}"))});
+  ASSERT_THAT(platform.sharing().composed(), SizeIs(1));
+  EXPECT_EQ(message().subject, "Clippings for You");
+  ASSERT_THAT(message().items, SizeIs(4));
+  EXPECT_EQ(text(0), "Hi, here are some clippings for you: \r\r\n\n ");
+  EXPECT_EQ(text(1), "one");
+  EXPECT_EQ(std::get<Image>(message().items[2]), image);
+  EXPECT_EQ(text(3), "two");
+}
+
+TEST_F(MailSharingTest, AClippingThatCannotBeShownLeavesTheGreeting) {
+  quillbox->shareCubbiesViaEmail({std::make_shared<Cubby>("public.rtf", PropertyList::Data{'x'})});
+  EXPECT_EQ(message().subject, "A Clipping for You");
+  EXPECT_THAT(message().items, SizeIs(1));
+}
+
+TEST_F(MailSharingTest, LongClippingsAreCut) {
+  quillbox->shareCubbiesViaEmail({std::make_shared<Cubby>(
+      "public.utf8-plain-text", PropertyList::Data(100'000, std::uint8_t{'x'}))});
+  EXPECT_EQ(text(1).size(), 99'999U);
+}
+
 TEST_F(MailSharingTest, NothingIsNotShared) {
   quillbox->shareTextViaEmail({});
   AttributedString emptyRun;
   emptyRun.append("", Font());
   quillbox->shareTextViaEmail(emptyRun);
   quillbox->shareImageViaEmail({});
+  quillbox->shareCubbiesViaEmail({});
   EXPECT_THAT(platform.sharing().composed(), IsEmpty());
 }
 

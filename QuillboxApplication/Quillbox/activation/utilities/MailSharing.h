@@ -1,12 +1,15 @@
 #pragma once
 
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "QuillboxCommon/views/Image.h"
 #include "QuillboxCommon/views/Text.h"
 
 namespace qb {
 
+class Cubby;
 class Quillbox;
 struct EmailMessage;
 
@@ -21,6 +24,8 @@ class MailSharing {
   void shareTextViaEmail(const AttributedString& text);
   /// Nothing for an empty image.
   void shareImageViaEmail(const Image& image);
+  /// In one message. Nothing without any; one that cannot be shown is left out.
+  void shareCubbiesViaEmail(const std::vector<std::shared_ptr<Cubby>>& cubbies);
 
  private:
   void compose(const EmailMessage& message);
