@@ -31,9 +31,9 @@ constexpr TimeInterval lookInterval = 0.01;
 constexpr const char* clientClass = "ContractClient";
 /// What the client is told: class, place, size, colour, and to tell what is typed.
 constexpr const char* clientArguments = "ContractClient 200 150 300 200 808080 text";
-/// After a chord the keyboard is kept for a moment in which the panel may come up. Hands are
-/// slower.
-constexpr TimeInterval pauseBetweenKeys = 0.15;
+/// After a chord the keyboard is kept for a moment in which the panel may come up, two seconds at
+/// most, and for good when the rules say so. Hands are slower than that moment.
+constexpr TimeInterval pauseBetweenKeys = 2.5;
 
 std::string fileContents(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
@@ -240,11 +240,13 @@ class DesktopContractPlatform : public ContractPlatform {
   }
 
   void pressKey(std::uint16_t keyCode) override {
-    const Moment moment = platform_->runLoop().now();
-    if (moment < nextPress_) waitUntil([&] { return platform_->runLoop().now() >= nextPress_; });
+    if (keysDown_++ == 0) {
+      waitUntil([&] { return platform_->runLoop().now() >= nextPress_ || keyboardIsFree(); });
+    }
     hands_.press(keyCode);
   }
   void releaseKey(std::uint16_t keyCode) override {
+    --keysDown_;
     hands_.release(keyCode);
     nextPress_ = platform_->runLoop().now() + pauseBetweenKeys;
   }
@@ -341,6 +343,11 @@ class DesktopContractPlatform : public ContractPlatform {
     }
     return XCB_NONE;
   }
+  bool keyboardIsFree() {
+    const bool free = hands_.grabKeyboard();
+    if (free) hands_.ungrabKeyboard();
+    return free;
+  }
   std::string keyName(std::uint16_t keyCode) {
     const auto code = KeyCodeTable::xCodeFromKeyCode(keyCode).value_or(0);
     const XReply<xcb_get_keyboard_mapping_reply_t> map(xcb_get_keyboard_mapping_reply(
@@ -353,6 +360,7 @@ class DesktopContractPlatform : public ContractPlatform {
   }
 
   test::XClient hands_;
+  int keysDown_ = 0;
   Moment nextPress_ = 0;
   std::unique_ptr<DesktopPlatform> platform_;
   std::map<std::uint32_t, std::unique_ptr<Client>> clients_;

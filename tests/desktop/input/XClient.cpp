@@ -98,8 +98,8 @@ void XClient::sync() {
 }
 
 bool XClient::grabKeyboard() {
-  const auto cookie = xcb_grab_keyboard(xcb(), 0, window_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
-                                        XCB_GRAB_MODE_ASYNC);
+  const auto cookie = xcb_grab_keyboard(xcb(), 0, window_ != 0 ? window_ : root_, XCB_CURRENT_TIME,
+                                        XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
   const XcbPointer<xcb_grab_keyboard_reply_t> reply(
       xcb_grab_keyboard_reply(xcb(), cookie, nullptr));
   return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;

@@ -95,7 +95,13 @@ Program startWindowManager(const std::string& display, WindowManagerKeys keys) {
   configuration << "</keyboard></openbox_config>";
   configuration.close();
 
-  Program openbox({"openbox", "--sm-disable", "--config-file", file.string()}, display);
+  // It forgets windows that ask to be mapped while it begins.
+  const auto running = folder / "runs";
+  Program openbox({"openbox", "--sm-disable", "--config-file", file.string(), "--startup",
+                   "touch " + running.string()},
+                  display);
+  EXPECT_TRUE(waitUntil({}, [&] { return std::filesystem::exists(running); }))
+      << "the window manager does not get to run";
   // It has read everything and bound its keys by the time that it gives frames.
   XClient(display).openWindow();
   std::filesystem::remove_all(folder);
