@@ -9,8 +9,6 @@ from harness.session import SessionTestCase
 
 LOSS = "Quillbox Loss in Functionality"
 THANKS = "Quillbox Fully Functional"
-# Seconds until the next of several attempts.
-SHORT = 3
 
 
 class AccessTestCase(SessionTestCase):
@@ -51,28 +49,16 @@ class AccessTestCase(SessionTestCase):
             self.wait(self.panel_window_is_up, "the panel does not come")
         self.assert_input_is_free()
 
-    def assert_super_tab_passes_on(self):
-        """Tried again where the preferences come up just then, and have the keys themselves."""
-        self.wait(self.super_tab_passes_on, "Super-Tab is still taken")
-
-    def super_tab_passes_on(self):
-        start = len(self.gamma.events)
-        self.assertTrue(self.probe.activate("Gamma"))
-        self.assert_input_is_free()
-        self.probe.tap("Super_L", "Tab")
-        arrives = self.gamma.process.wait_for_line(lambda line: line == "press Tab", start, SHORT)
-        return arrives is not None
-
 
 class Granted(AccessTestCase):
     def test_nothing_is_said_at_the_start(self):
-        self.assertEqual(self.title_of("getwindowfocus"), "Gamma")
+        self.assertEqual(self.probe.focused_title(), "Gamma")
         self.assert_super_tab_raises_the_panel()
 
     def test_revoked_it_says_what_is_lost(self):
         self.deny_access(True)
         self.answer_dialog(LOSS)
-        self.assert_super_tab_passes_on()
+        self.assert_super_tab_passes_on(self.gamma)
         self.assertEqual(self.running_programs(), self.old)
 
     def test_granted_again_while_that_is_being_said(self):
@@ -89,8 +75,8 @@ class NotGranted(AccessTestCase):
     denied_at_start = True
 
     def test_nothing_is_said_at_the_start(self):
-        self.assertEqual(self.title_of("getwindowfocus"), "Gamma")
-        self.assert_super_tab_passes_on()
+        self.assertEqual(self.probe.focused_title(), "Gamma")
+        self.assert_super_tab_passes_on(self.gamma)
 
     def test_granted_it_says_thanks_and_starts_anew(self):
         self.deny_access(False)
@@ -104,7 +90,7 @@ class NotGranted(AccessTestCase):
         self.deny_access(True)
         self.wait_for_dialog_to_go(THANKS)
         self.assert_started_anew()
-        self.assert_super_tab_passes_on()
+        self.assert_super_tab_passes_on(self.gamma)
 
 
 if __name__ == "__main__":

@@ -33,7 +33,7 @@ class FirstRun(SessionTestCase):
     def test_greets_and_adds_the_login_item(self):
         entry = self.desktop.home / ".config/autostart/com.vorlane.quillbox.desktop"
         self.wait(entry.exists, "no login item")
-        self.assertIn(f'Exec="{PROGRAM.resolve()}"', entry.read_text())
+        self.wait(lambda: f'Exec="{PROGRAM.resolve()}"' in entry.read_text(), "it starts another one")
         self.assertTrue(self.desktop.read_settings()["HasPerformedOneTimeStartUp"])
         self.get_ready()
         self.assertIn(VERSION, self.desktop.read_user_defaults())
@@ -49,7 +49,7 @@ class FirstRun(SessionTestCase):
         self.start_in_new_home()
         # It gets ready without an answer.
         self.assertTrue(self.desktop.wait_until_ready(), self.program.output)
-        self.assertEqual(self.title_of("getwindowfocus"), "Gamma")
+        self.assertEqual(self.probe.focused_title(), "Gamma")
 
     def test_introduction_stands_above_the_panel_and_takes_what_is_typed(self):
         self.get_ready()
@@ -58,11 +58,12 @@ class FirstRun(SessionTestCase):
         self.wait_for_dialog(INTRODUCTION)
         self.assertTrue(self.panel_window_is_up())
         area = self.area_of_focus()
-        self.assertEqual(self.window_under_pointer_at((area[0] + 20, area[1] + 60)), self.focus())
+        place = (area[0] + 20, area[1] + 60)
+        self.wait(lambda: self.window_under_pointer_at(place) == self.focus(), "the panel covers it")
         self.probe.up("Super_L")
-        self.probe.tap("Return")
-        self.wait_for_dialog_to_go(INTRODUCTION)
+        self.answer_dialog(INTRODUCTION)
         self.assertNotIn("press Return", self.gamma.events[start:])
+        self.assert_panel_has_keyboard()
         self.probe.tap("Escape")
         self.assert_panel_gone()
         self.assertTrue(self.probe.activate("Gamma"))

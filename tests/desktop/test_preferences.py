@@ -4,11 +4,8 @@ import subprocess
 import unittest
 
 from harness import DEADLINE
-from harness.case import DesktopTestCase
+from harness.case import SHORT, DesktopTestCase
 from harness.session import PREFERENCES, SessionTestCase
-
-# Seconds until the next of several attempts.
-SHORT = 3
 
 
 class PreferenceProgram(SessionTestCase):
@@ -20,17 +17,14 @@ class PreferenceProgram(SessionTestCase):
         self.assertTrue(self.desktop.read_settings()["ActivatesOnOptionTab"])
         self.probe.tap("Escape")
         self.assert_active("Gamma")
-        start = len(self.gamma.events)
-        self.probe.tap("Super_L", "Tab")
-        self.assertTrue(self.gamma.receives("press Tab", start), "Super-Tab is still taken")
+        self.assert_super_tab_passes_on(self.gamma)
 
     def test_preview_shows_the_panel(self):
         self.start_preferences("--page=appearance")
-        self.panel.remember_hidden()
 
         def shows():
             self.probe.tap("Alt_L", "p")
-            return self.panel.wait_shown()
+            return self.desktop.wait_until(self.panel_window_is_up, SHORT)
 
         self.wait(shows, "the panel does not show")
         self.probe.tap("Escape")

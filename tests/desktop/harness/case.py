@@ -6,6 +6,10 @@ from .desktop import Desktop, three_applications
 from .panel import Panel
 
 
+# Seconds until the next of several attempts.
+SHORT = 3
+
+
 class DesktopTestCase(unittest.TestCase):
     """A display with a window manager and three applications, of which Gamma is in front, and the
     program on top of them. What the program has logged is told when a test fails."""
@@ -53,6 +57,9 @@ class DesktopTestCase(unittest.TestCase):
 
     # What many tests say.
 
+    def wait(self, holds, message):
+        self.assertTrue(self.desktop.wait_until(holds), message)
+
     def assert_active(self, name):
         self.assertTrue(
             self.probe.wait_active(name), f"{name} is not in front, but {self.probe.active()}"
@@ -62,6 +69,15 @@ class DesktopTestCase(unittest.TestCase):
         """Super down, Tab, Super up, as quick as it goes; not before the last time is over."""
         self.assert_input_is_free()
         self.probe.tap("Super_L", "Tab")
+
+    def go_round(self):
+        """Through all applications back to the one in front, which then counts as the one before
+        whatever comes next: the program looks by itself only once a second."""
+        self.assert_input_is_free()
+        with self.probe.holding("Super_L"):
+            for _ in self.applications:
+                self.probe.tap("Tab")
+        self.assert_input_is_free()
 
     def open_panel(self, modifier="Super_L"):
         """Holds the modifier, presses Tab, and waits until the panel shows. The modifier stays
@@ -90,9 +106,32 @@ class DesktopTestCase(unittest.TestCase):
         geometry = self.probe.geometry("quillbox")
         return geometry is not None and geometry[3] == self.probe.size()[1]
 
+    def assert_panel_has_keyboard(self):
+        """Again, after a dialog or a menu: keys that come before would go elsewhere."""
+        self.wait(lambda: not self.probe.input_is_free(), "the panel does not take the keyboard")
+
+    def assert_chord_is_free(self, modifier, key):
+        """The server tidies up only after the program has ended."""
+        self.wait(lambda: not self.probe.chord_is_taken(modifier, key), f"{modifier} {key} is taken")
+
+    def assert_super_tab_passes_on(self, application):
+        """Tried again: the program may not have heard of it yet, and another one that comes up just
+        then has the keys itself."""
+
+        def passes_on():
+            start = len(application.events)
+            self.assertTrue(self.probe.activate(application.name))
+            self.assert_input_is_free()
+            self.probe.tap("Super_L", "Tab")
+            return application.receives("press Tab", start, SHORT)
+
+        self.wait(passes_on, "Super-Tab is still taken")
+
     def assert_keys_reach(self, application):
         """A key that is pressed now arrives there: nobody else holds the keyboard."""
         self.assert_input_is_free()
+        self.assertTrue(
+            self.probe.wait_focused(application.name), f"{application.name} does not get the focus")
         start = len(application.events)
         self.probe.tap("m")
         self.assertTrue(application.receives("press m", start), "a key does not reach the client")
@@ -107,3 +146,21 @@ class DesktopTestCase(unittest.TestCase):
                 f"{name} is not at place {index}, but "
                 f"{colours.get(self.probe.pixel(self.panel.icon(index)))}",
             )
+
+    # Dialogs.
+
+    def dialog_has_keyboard(self, message):
+        """A dialog of the program is up and takes what is typed; it is called by its message."""
+        return self.probe.focused_title().startswith(message)
+
+    def wait_for_dialog(self, message):
+        self.wait(lambda: self.dialog_has_keyboard(message), f"no dialog says {message}")
+
+    def wait_for_dialog_to_go(self, message):
+        self.wait(lambda: not self.dialog_has_keyboard(message), f"{message} stays")
+
+    def answer_dialog(self, message, key="Return"):
+        """Returns once it is gone."""
+        self.wait_for_dialog(message)
+        self.probe.tap(key)
+        self.wait_for_dialog_to_go(message)

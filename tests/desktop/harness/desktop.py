@@ -21,6 +21,14 @@ USER_DEFAULTS = "Library/Preferences/com.vorlane.quillbox.plist"
 VERSION = "1.0.0"
 
 
+def replace(path, content):
+    """As a whole: a program that watches the file must not come upon half of it."""
+    path.parent.mkdir(parents=True, exist_ok=True)
+    part = path.with_name(path.name + ".part")
+    part.write_bytes(content)
+    part.replace(path)
+
+
 class Application:
     """One of the recording clients: a window of one colour that tells what reaches it. Its icon is
     a square of that colour, too, so that a test can see where in the panel it is."""
@@ -58,8 +66,8 @@ class Application:
         """What has reached it: "press a", "release a", "button 1", "focus", "blur"."""
         return self.process.lines
 
-    def receives(self, event, start=0):
-        return self.process.wait_for_line(lambda line: line == event, start) is not None
+    def receives(self, event, start=0, timeout=DEADLINE):
+        return self.process.wait_for_line(lambda line: line == event, start, timeout) is not None
 
 
 def three_applications():
@@ -190,8 +198,7 @@ class Desktop:
         self.user_defaults_path.unlink()
 
     def write_user_defaults(self, values):
-        self.user_defaults_path.parent.mkdir(parents=True, exist_ok=True)
-        self.user_defaults_path.write_bytes(plistlib.dumps(values))
+        replace(self.user_defaults_path, plistlib.dumps(values))
 
     def read_user_defaults(self):
         return plistlib.loads(self.user_defaults_path.read_bytes())
@@ -209,8 +216,7 @@ class Desktop:
         self.write_settings_bytes(plistlib.dumps({**DEFAULTS, **marks, **values}, fmt=fmt))
 
     def write_settings_bytes(self, content):
-        self.settings_path.parent.mkdir(parents=True, exist_ok=True)
-        self.settings_path.write_bytes(content)
+        replace(self.settings_path, content)
 
     @property
     def settings_path(self):
@@ -218,8 +224,7 @@ class Desktop:
 
     def write_hot_keys(self, hot_keys):
         """From identifiers to pairs of a key code and modifier flags."""
-        self.hot_keys_path.parent.mkdir(parents=True, exist_ok=True)
-        self.hot_keys_path.write_bytes(plistlib.dumps({
+        replace(self.hot_keys_path, plistlib.dumps({
             identifier: plistlib.dumps({"keyCode": key_code, "modifierFlags": flags})
             for identifier, (key_code, flags) in hot_keys.items()
         }))

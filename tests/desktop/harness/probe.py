@@ -5,6 +5,9 @@ import contextlib
 from . import DEADLINE, TOOLS
 from .processes import Process
 
+# Seconds until something is asked for again.
+PATIENCE = 5
+
 
 class Probe:
     """Types, clicks and looks on one display. Names of keys are X names: "Super_L", "Tab", "a"."""
@@ -79,9 +82,25 @@ class Probe:
     def wait_active(self, name, timeout=DEADLINE):
         return self._holds("wait-active", name, timeout)
 
+    def active_title(self):
+        """What the window in front is called; empty when there is none."""
+        return self.ask("active-title")[len("ok ") :]
+
+    def focused_title(self):
+        """The same of the window that gets what is typed."""
+        return self.ask("focused-title")[len("ok ") :]
+
+    def wait_focused(self, name, timeout=DEADLINE):
+        """Until what is typed goes there, unless somebody holds the keyboard."""
+        return self._holds("wait-focused", name, timeout)
+
     def activate(self, name):
-        self.ask("activate", name)
-        return self.wait_active(name)
+        """Asked for again: a program that comes up just then may take its turn from it."""
+        for _ in range(int(DEADLINE / PATIENCE)):
+            self.ask("activate", name)
+            if self.wait_active(name, PATIENCE):
+                return True
+        return False
 
     def wait_clients(self, count, timeout=DEADLINE):
         return self._holds("wait-clients", count, timeout)

@@ -1,10 +1,9 @@
-"""A desktop with a session bus, and the dialogs of the program on it."""
+"""A desktop with a session bus, and what only shows on one."""
 
 import os
 import pathlib
-import subprocess
 
-from . import DEADLINE, PROGRAM
+from . import PROGRAM
 from .case import DesktopTestCase
 
 PREFERENCES = PROGRAM.with_name("quillbox-preferences")
@@ -12,8 +11,6 @@ SIGNAL = "com.vorlane.Quillbox.DistributedNotifications.Posted"
 OBJECT_PATH = "/com/vorlane/Quillbox/DistributedNotifications"
 SENDER = "com.vorlane.quillboxPreferences"
 DENIED = "InputAccessIsDenied"
-# For what takes several programs, some of which have to start first.
-LONG = 60
 
 
 class SessionTestCase(DesktopTestCase):
@@ -32,9 +29,6 @@ class SessionTestCase(DesktopTestCase):
         self.desktop.run(["dbus-send", "--session", "--type=signal", OBJECT_PATH, SIGNAL,
                           "string:" + name, "string:" + SENDER])
 
-    def wait(self, holds, message):
-        self.assertTrue(self.desktop.wait_until(holds, LONG), message)
-
     @property
     def information(self):
         """What the program publishes for the preference program."""
@@ -52,30 +46,7 @@ class SessionTestCase(DesktopTestCase):
         return process
 
     def preferences_are_in_front(self):
-        return self.title_of("getactivewindow") == "Quillbox Preferences"
-
-    def title_of(self, which):
-        """What a window is called: "getactivewindow", "getwindowfocus". Empty when there is none."""
-        result = subprocess.run(
-            ["xdotool", which, "getwindowname"], env=self.desktop.environment,
-            capture_output=True, text=True, timeout=DEADLINE, check=False)
-        return result.stdout.strip()
-
-    def dialog_has_keyboard(self, message):
-        """A dialog of the program is up and takes what is typed; it is called by its message."""
-        return self.title_of("getwindowfocus").startswith(message)
-
-    def wait_for_dialog(self, message):
-        self.wait(lambda: self.dialog_has_keyboard(message), f"no dialog says {message}")
-
-    def wait_for_dialog_to_go(self, message):
-        self.wait(lambda: not self.dialog_has_keyboard(message), f"{message} stays")
-
-    def answer_dialog(self, message, key="Return"):
-        """Returns once it is gone."""
-        self.wait_for_dialog(message)
-        self.probe.tap(key)
-        self.wait_for_dialog_to_go(message)
+        return self.probe.active_title() == "Quillbox Preferences"
 
     def running_programs(self):
         """The processes of the program on this display."""

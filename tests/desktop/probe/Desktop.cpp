@@ -3,6 +3,7 @@
 #include <poll.h>
 #include <sys/shm.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace probe {
@@ -69,14 +70,30 @@ xcb_window_t Desktop::activeWindow() {
   return values.empty() ? xcb_window_t{XCB_WINDOW_NONE} : values.front();
 }
 
-std::string Desktop::className(xcb_window_t window) {
+xcb_window_t Desktop::focusedWindow() {
+  Reply<xcb_get_input_focus_reply_t> reply(
+      xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+  return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+std::string Desktop::text(xcb_window_t window, xcb_atom_t property) {
   Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-      connection_,
-      xcb_get_property(connection_, 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, 256),
+      connection_, xcb_get_property(connection_, 0, window, property, XCB_ATOM_ANY, 0, 256),
       nullptr));
   if (!reply) return {};
-  std::string both(static_cast<char*>(xcb_get_property_value(reply.get())),
-                   static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
+  return {static_cast<char*>(xcb_get_property_value(reply.get())),
+          static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+}
+
+std::string Desktop::title(xcb_window_t window) {
+  std::string result = text(window, atom("_NET_WM_NAME"));
+  if (result.empty()) result = text(window, XCB_ATOM_WM_NAME);
+  std::replace(result.begin(), result.end(), '\n', ' ');
+  return result;
+}
+
+std::string Desktop::className(xcb_window_t window) {
+  const std::string both = text(window, XCB_ATOM_WM_CLASS);
   auto end = both.find('\0');
   return end == std::string::npos ? both : std::string(both.c_str() + end + 1);
 }

@@ -67,7 +67,11 @@ class Desktop {
 
   /// Eyes: windows.
   xcb_window_t activeWindow();
+  /// The one that gets what is typed, unless somebody holds the keyboard.
+  xcb_window_t focusedWindow();
   std::string className(xcb_window_t window);
+  /// In one line; empty without one.
+  std::string title(xcb_window_t window);
   std::vector<Client> clients();
   /// The mapped children of the root window of this class, bypassing ones included.
   std::vector<xcb_window_t> mappedWindows(const std::string& className);
@@ -98,6 +102,7 @@ class Desktop {
  private:
   explicit Desktop(xcb_connection_t* connection, int screenNumber);
   std::vector<std::uint32_t> cardinals(xcb_window_t window, const std::string& property);
+  std::string text(xcb_window_t window, xcb_atom_t property);
   xcb_keycode_t keycode(xcb_keysym_t keysym);
   void attachSharedMemory();
   void fake(std::uint8_t type, std::uint8_t detail, std::int16_t x = 0, std::int16_t y = 0);

@@ -4,6 +4,7 @@
 //
 //   key NAME down|up           button N down|up        move X Y        release-all
 //   active                     "ok CLASS"              wait-active CLASS SECONDS
+//   wait-focused CLASS SECONDS     active-title, focused-title   "ok TITLE" of that window
 //   activate CLASS             clients                 wait-clients COUNT SECONDS
 //   mapped CLASS               wait-mapped CLASS SECONDS     wait-unmapped CLASS SECONDS
 //   wait-selection NAME SECONDS   until some program owns the selection
@@ -220,6 +221,14 @@ class Server {
          [this](auto& words) {
            const auto name = next<std::string>(words);
            return wait(words, [&] { return desktop_.className(desktop_.activeWindow()) == name; });
+         }},
+        {"active-title", [this](auto&) { return "ok " + desktop_.title(desktop_.activeWindow()); }},
+        {"focused-title",
+         [this](auto&) { return "ok " + desktop_.title(desktop_.focusedWindow()); }},
+        {"wait-focused",
+         [this](auto& words) {
+           const auto name = next<std::string>(words);
+           return wait(words, [&] { return desktop_.className(desktop_.focusedWindow()) == name; });
          }},
         {"clients", [this](auto&) { return clientNames(); }},
         {"wait-clients",
