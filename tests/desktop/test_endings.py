@@ -15,7 +15,7 @@ class EndingUnderADialog(SessionTestCase):
         self.assertTrue(self.probe.wait_unmapped("quillbox"))
         self.assert_active("Gamma")
         self.assert_keys_reach(self.gamma)
-        self.assertFalse(self.probe.chord_is_taken("super", "Tab"))
+        self.assert_chord_is_free("super", "Tab")
         self.assertEqual(self.running_programs(), [])
 
     def test_that_of_the_launch(self):

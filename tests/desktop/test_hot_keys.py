@@ -54,7 +54,7 @@ class StoredHotKeys(HotKeyTestCase):
         self.start_with({self.path_of("Alpha"): CONTROL_ALT_T})
         self.desktop.program.terminate()
         self.assertEqual(self.desktop.program.wait(), 0)
-        self.assertFalse(self.probe.chord_is_taken("control", "t"))
+        self.assert_chord_is_free("control", "t")
         self.desktop.start_program()
         self.assertTrue(self.desktop.wait_until_ready())
         self.tap_control_alt("t")
@@ -102,7 +102,7 @@ class StoredHotKeys(HotKeyTestCase):
         self.start_with({self.path_of("Alpha"): (T, CONTROL)})
         self.assertTrue(self.probe.chord_is_taken("control", "t"))
         self.desktop.program.kill()
-        self.assertFalse(self.probe.chord_is_taken("control", "t"))
+        self.assert_chord_is_free("control", "t")
         self.assert_keys_reach(self.gamma)
 
     def test_unreadable_file_is_no_harm(self):
@@ -176,7 +176,7 @@ class Recorder(HotKeyTestCase):
             lambda: self.desktop.read_hot_keys() == {self.path_of("Beta"): (E, CONTROL)})
         self.assertTrue(cleared, self.desktop.read_hot_keys())
         self.close_dialog()
-        self.assertFalse(self.probe.chord_is_taken("control", "F5"))
+        self.assert_chord_is_free("control", "F5")
 
     def test_keys_of_the_program_itself_reach_it(self):
         self.open_dialog()
@@ -195,8 +195,9 @@ class Recorder(HotKeyTestCase):
         self.open_dialog()
         self.record("Control_L", "Alt_L", "t")
         # The alert above the recorder has the focus and lets the keyboard go.
+        self.wait_for_dialog("Hot Key Taken")
         self.assertTrue(self.probe.wait_input_free())
-        self.probe.tap("Return")
+        self.answer_dialog("Hot Key Taken")
         self.wait_until_it_listens()
         self.assertEqual(self.desktop.read_hot_keys(), {self.path_of("Beta"): CONTROL_ALT_T})
         self.record("Control_L", "Alt_L", "e")

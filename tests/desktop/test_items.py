@@ -4,6 +4,7 @@ import plistlib
 import unittest
 
 from harness import TOOLS
+from harness.case import SHORT
 from harness.panel import Panel
 from test_rows import RowTestCase
 
@@ -43,6 +44,10 @@ class ItemTestCase(RowTestCase):
     def decorations(self):
         path = self.decorations_path()
         return plistlib.loads(path.read_bytes()) if path.exists() else {}
+
+    def wait_decorations(self, kind, expected):
+        self.desktop.wait_until(lambda: self.decorations().get(kind) == expected)
+        self.assertEqual(self.decorations()[kind], expected)
 
     def wait_tinted(self, position, colour, tint):
         expected = tinted(colour, tint)
@@ -125,7 +130,7 @@ class Decorations(GreyItems):
         self.wait_until_menus_close()
         self.assertTrue(self.panel_window_is_up(), "the panel has gone with the menu")
         self.assertTrue(self.probe.wait_same("neighbour"), "another item is decorated too")
-        self.assertEqual(self.decorations()["BadgeNames"], {"Item 1": "BadgeColorGreen.png"})
+        self.wait_decorations("BadgeNames", {"Item 1": "BadgeColorGreen.png"})
 
     def test_a_tint_colours_the_picture_until_it_is_taken_off(self):
         self.open_by_corner()
@@ -133,13 +138,14 @@ class Decorations(GreyItems):
         self.probe.click(self.tint(self.open_decorations(0), 0))
         self.wait_tinted(self.icon(0), GREY, RED_TINT)
         self.wait_until_menus_close()
-        self.assertEqual(self.decorations()["TintNames"], {"Item 0": "Red"})
+        self.wait_decorations("TintNames", {"Item 0": "Red"})
         # The items have been made anew, and the pointer has left them.
         self.probe.move(self.panel.beside_row)
+        self.wait_still(self.panel.halo(0, 1, 2))
         self.probe.click(self.tint(self.open_decorations(0), 5))
         self.assertTrue(self.probe.wait_pixel(self.icon(0), GREY), "the tint stays")
         self.wait_until_menus_close()
-        self.assertEqual(self.decorations()["TintNames"], {})
+        self.wait_decorations("TintNames", {})
 
     def test_the_cell_under_the_pointer_lights_up(self):
         self.open_by_corner()
@@ -159,6 +165,11 @@ class LowScreen(GreyItems):
 
     size = (1280, 480)
 
+    def start_program(self):
+        super().start_program()
+        # The notice of the launch lies where the panel is looked for.
+        self.wait(lambda: not self.probe.windows("quillbox"), "the notice stays")
+
     def open_scrolling_decorations(self, index):
         menu = self.open_decorations(index)
         self.assertLessEqual(menu[3], self.size[1])
@@ -173,7 +184,7 @@ class LowScreen(GreyItems):
             "no badge comes to the item",
         )
         self.wait_until_menus_close()
-        self.assertEqual(self.decorations()["BadgeNames"], {"Item 1": "BadgeColorGreen.png"})
+        self.wait_decorations("BadgeNames", {"Item 1": "BadgeColorGreen.png"})
 
     def test_a_tint_is_reached_by_the_arrow(self):
         self.open_by_corner()
@@ -185,7 +196,7 @@ class LowScreen(GreyItems):
         self.probe.click(red)
         self.wait_tinted(self.icon(1), GREY, RED_TINT)
         self.wait_until_menus_close()
-        self.assertEqual(self.decorations()["TintNames"], {"Item 1": "Red"})
+        self.wait_decorations("TintNames", {"Item 1": "Red"})
 
 
 class Removal(GreyItems):
@@ -362,6 +373,7 @@ class HotKeys(ItemTestCase):
         self.assertEqual(self.desktop.read_hot_keys(), expected)
 
     def close_panel(self):
+        self.assert_panel_has_keyboard()
         self.probe.tap("Escape")
         self.assert_panel_gone()
         self.assert_input_is_free()
@@ -373,11 +385,12 @@ class HotKeys(ItemTestCase):
     def record(self, letter, hot_keys):
         """The dialog listens soon after it shows; before that the keys would be lost."""
         self.assertTrue(self.desktop.wait_until(self.dialog_is_up), "no dialog opens")
-        for _ in range(5):
+
+        def recorded():
             self.probe.tap("Control_L", "Alt_L", letter)
-            if self.desktop.wait_until(lambda: self.desktop.read_hot_keys() == hot_keys, 3):
-                return
-        self.fail(f"{self.desktop.read_hot_keys()} is recorded")
+            return self.desktop.wait_until(lambda: self.desktop.read_hot_keys() == hot_keys, SHORT)
+
+        self.wait(recorded, f"{self.desktop.read_hot_keys()} is recorded")
 
     def close_dialog(self):
         self.probe.tap("Return")

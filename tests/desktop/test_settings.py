@@ -4,7 +4,6 @@ import plistlib
 import unittest
 
 from harness.case import DesktopTestCase
-from harness.desktop import READY
 
 
 class SettingsFile(DesktopTestCase):
@@ -41,8 +40,13 @@ class SettingsFile(DesktopTestCase):
         path = self.desktop.settings_path
         kept = path.with_name(path.name + ".unreadable")
         self.assertTrue(self.desktop.wait_until(kept.exists), "the file is not moved aside")
-        self.assertTrue(self.desktop.wait_until(self.greeting_is_answered))
+        self.answer_dialog("Quillbox Installed")
+        self.assertTrue(self.desktop.wait_until_ready())
+        # The row starts from what is in front.
+        self.assert_active("Gamma")
         self.super_tab()
+        # It comes above Alpha, half a second later.
+        self.answer_dialog("Quillbox Introduction")
         self.assert_active("Alpha")
         self.assertEqual(kept.read_bytes(), content)
         self.assert_is_whole_file_of_defaults(path)
@@ -59,10 +63,6 @@ class SettingsFile(DesktopTestCase):
         self.assertEqual(settings["UpperTabRowItemHaloHeight"], 85)
         self.assertEqual(settings["TabRowColorBlue"], 0.125)
         self.assertEqual(path.stat().st_mode & 0o777, 0o600)
-
-    def greeting_is_answered(self):
-        self.probe.tap("Return")
-        return self.desktop.program.wait_for_line(lambda line: READY in line, timeout=0.1) is not None
 
     def test_row_colour_shows(self):
         self.desktop.write_settings(
