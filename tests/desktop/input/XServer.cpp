@@ -58,9 +58,11 @@ void Program::end() {
 XServer::XServer(const std::vector<std::string>& options) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) return;
-  std::vector<std::string> arguments{"Xvfb",      "-displayfd", std::to_string(ends[1]),
-                                     "-screen",   "0",          "800x600x24",
-                                     "-nolisten", "tcp",        "-noreset"};
+  std::vector<std::string> arguments{"Xvfb", "-displayfd", std::to_string(ends[1]), "-screen", "0",
+                                     "800x600x24", "-nolisten", "tcp", "-noreset",
+                                     // Keys repeat late, lest one does that is down for no longer
+                                     // than a busy machine stands still.
+                                     "-ardelay", "3000"};
   arguments.insert(arguments.end(), options.begin(), options.end());
   program_ = Program(arguments, "", ends[1]);
   close(ends[1]);

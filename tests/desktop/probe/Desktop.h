@@ -60,6 +60,11 @@ class Desktop {
   /// Hands. A key is named by its X name ("Super_L", "Tab", "a"); false for a name that is on no
   /// key of the layout.
   bool key(const std::string& name, bool down);
+  /// Presses the keys in order and releases them in the opposite one, without a pause in between
+  /// even on a machine that stands still for a while. False as above, with nothing done.
+  bool tap(const std::vector<std::string>& names);
+  /// On a machine that stands still a key would repeat that a test meant to press once.
+  void stopAutoRepeat();
   void button(std::uint8_t number, bool down);
   void movePointer(std::int16_t x, std::int16_t y);
   /// Releases every key and button that is down.
@@ -104,7 +109,9 @@ class Desktop {
   std::vector<std::uint32_t> cardinals(xcb_window_t window, const std::string& property);
   std::string text(xcb_window_t window, xcb_atom_t property);
   xcb_keycode_t keycode(xcb_keysym_t keysym);
+  xcb_keycode_t keycode(const std::string& name);
   void attachSharedMemory();
+  /// Goes out with the next flush.
   void fake(std::uint8_t type, std::uint8_t detail, std::int16_t x = 0, std::int16_t y = 0);
 
   xcb_connection_t* connection_;

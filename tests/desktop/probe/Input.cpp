@@ -2,6 +2,8 @@
 #include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon.h>
 
+#include <algorithm>
+
 #include "Desktop.h"
 
 namespace probe {
@@ -24,23 +26,47 @@ xcb_keycode_t Desktop::keycode(xcb_keysym_t keysym) {
   return 0;
 }
 
+xcb_keycode_t Desktop::keycode(const std::string& name) {
+  return keycode(xkb_keysym_from_name(name.c_str(), XKB_KEYSYM_NO_FLAGS));
+}
+
 void Desktop::fake(std::uint8_t type, std::uint8_t detail, std::int16_t x, std::int16_t y) {
   xcb_test_fake_input(connection_, type, detail, XCB_CURRENT_TIME, root(), x, y, 0);
-  xcb_flush(connection_);
 }
 
 bool Desktop::key(const std::string& name, bool down) {
-  const auto code = keycode(xkb_keysym_from_name(name.c_str(), XKB_KEYSYM_NO_FLAGS));
+  const auto code = keycode(name);
   if (!code) return false;
   fake(down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, code);
+  xcb_flush(connection_);
   return true;
+}
+
+bool Desktop::tap(const std::vector<std::string>& names) {
+  std::vector<xcb_keycode_t> codes;
+  for (const std::string& name : names) codes.push_back(keycode(name));
+  if (std::find(codes.begin(), codes.end(), 0) != codes.end()) return false;
+  for (const auto code : codes) fake(XCB_KEY_PRESS, code);
+  std::for_each(codes.rbegin(), codes.rend(), [this](auto code) { fake(XCB_KEY_RELEASE, code); });
+  xcb_flush(connection_);
+  return true;
+}
+
+void Desktop::stopAutoRepeat() {
+  const std::uint32_t off = XCB_AUTO_REPEAT_MODE_OFF;
+  xcb_change_keyboard_control(connection_, XCB_KB_AUTO_REPEAT_MODE, &off);
+  synchronize();
 }
 
 void Desktop::button(std::uint8_t number, bool down) {
   fake(down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, number);
+  xcb_flush(connection_);
 }
 
-void Desktop::movePointer(std::int16_t x, std::int16_t y) { fake(XCB_MOTION_NOTIFY, 0, x, y); }
+void Desktop::movePointer(std::int16_t x, std::int16_t y) {
+  fake(XCB_MOTION_NOTIFY, 0, x, y);
+  xcb_flush(connection_);
+}
 
 void Desktop::releaseAll() {
   Reply<xcb_query_keymap_reply_t> map(
@@ -73,7 +99,7 @@ bool Desktop::inputIsFree() {
 }
 
 bool Desktop::chordIsTaken(std::uint16_t modifiers, const std::string& name) {
-  const auto code = keycode(xkb_keysym_from_name(name.c_str(), XKB_KEYSYM_NO_FLAGS));
+  const auto code = keycode(name);
   Reply<xcb_generic_error_t> error(xcb_request_check(
       connection_, xcb_grab_key_checked(connection_, 0, root(), modifiers, code,
                                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC)));

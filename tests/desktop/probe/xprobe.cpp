@@ -2,6 +2,7 @@
 // command a line, one answer a line, in order. An answer begins with "ok" or "no" ("no" is a thing
 // that did not happen in time), or with "error" for a command that cannot be carried out.
 //
+//   tap NAME...                presses them in order and releases them in the opposite one
 //   key NAME down|up           button N down|up        move X Y        release-all
 //   active                     "ok CLASS"              wait-active CLASS SECONDS
 //   wait-focused CLASS SECONDS     active-title, focused-title   "ok TITLE" of that window
@@ -197,6 +198,14 @@ class Server {
            const auto name = next<std::string>(words);
            return desktop_.key(name, nextIsDown(words)) ? "ok" : "error no key " + name;
          }},
+        {"tap",
+         [this](auto& words) {
+           std::vector<std::string> names;
+           for (std::string name; words >> name;) names.push_back(name);
+           // The end of the line is no mistake.
+           words.clear();
+           return desktop_.tap(names) ? "ok" : "error no such keys";
+         }},
         {"button",
          [this](auto& words) {
            const auto number = static_cast<std::uint8_t>(next<int>(words));
@@ -358,6 +367,7 @@ int main() {
     std::cout << "error no display" << std::endl;
     return 1;
   }
+  desktop->stopAutoRepeat();
   std::cout << "ok" << std::endl;
   Server server(*desktop);
   for (std::string line; std::getline(std::cin, line);) {
