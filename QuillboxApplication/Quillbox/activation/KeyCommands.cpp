@@ -108,6 +108,29 @@ void KeyCommands::performLater(std::string_view selector, std::function<void()> 
   });
 }
 
+void KeyCommands::performTabLater(std::string_view selector, std::function<void()> action) {
+  ++tabsPressed_;
+  performLater(selector, [this, action = std::move(action)] {
+    action();
+    // Comes right after what the action has scheduled.
+    RunLoop::main().performAfterDelay(this, "tabWasDealtWith", 0, [this] { ++tabsDealtWith_; });
+  });
+}
+
+void KeyCommands::performKeyDownLater(const Event& key) {
+  performKeyDownAfterTabs(key, tabsPressed_);
+}
+
+void KeyCommands::performKeyDownAfterTabs(const Event& key, std::uint64_t tabsBefore) {
+  performLater("keyDown:", [this, key, tabsBefore] {
+    if (tabsDealtWith_ < tabsBefore) {
+      performKeyDownAfterTabs(key, tabsBefore);
+    } else {
+      appDelegate_.keyDown(key);
+    }
+  });
+}
+
 void KeyCommands::processHotKeyActivation(const HotKeyActivation& activation) {
   const bool wasInactive = appDelegate_.state() == ActivationStateInactive;
   if (activation.hotKeyID < firstHotKeyIDThatIsNoKeyCode) {

@@ -63,7 +63,7 @@ bool TappedEventProcessor::processTappedKeyEvent(const TappedEvent& event) {
         appDelegate_.platform().menuPresenter().keyDown(key)) {
       return false;
     }
-    appDelegate_.keyCommands().performLater("keyDown:", [this, key] { appDelegate_.keyDown(key); });
+    appDelegate_.keyCommands().performKeyDownLater(key);
     return false;
   }
   return !claimed;
@@ -75,7 +75,7 @@ bool TappedEventProcessor::takesTab(const TappedEvent& event) {
   KeyCommands& commands = appDelegate_.keyCommands();
   if (settings.applicationActivatesOnOptionTab() && isChord(optionShiftTabChord, event)) {
     if (isDown) {
-      commands.performLater("processOptionTabWithHotKeyID:", [this] {
+      commands.performTabLater("processOptionTabWithHotKeyID:", [this] {
         appDelegate_.processOptionTabWithHotKeyID(HotKeyPreviousItem);
       });
     }
@@ -86,7 +86,7 @@ bool TappedEventProcessor::takesTab(const TappedEvent& event) {
   if (!forward && !isChord(commandShiftTabChord, event)) return false;
   if (isDown) {
     const std::int32_t hotKeyID = forward ? HotKeyNextItem : HotKeyPreviousItem;
-    commands.performLater("processCommandTabWithHotKeyID:", [this, hotKeyID] {
+    commands.performTabLater("processCommandTabWithHotKeyID:", [this, hotKeyID] {
       appDelegate_.processCommandTabWithHotKeyID(hotKeyID);
     });
   }

@@ -155,6 +155,28 @@ TEST_F(TappedKeysTest, WorkForAKeyWaitsForTheNextPass) {
   EXPECT_EQ(selectedName(), "item1");
 }
 
+TEST_F(TappedKeysTest, AKeyDoesNotOvertakeATabThatWasPressedBefore) {
+  hold({KeyCodeLeftCommand, KeyCodeTab});
+  ASSERT_EQ(selectedName(), "item0");
+  keyboard().release(KeyCodeTab);
+  provider->itemLog->clear();
+  keyboard().press(KeyCodeTab);
+  keyboard().press(KeyCodeReturn);
+  platform.runPending();
+  EXPECT_THAT(*provider->itemLog, testing::Contains("item1: invoke"));
+  EXPECT_FALSE(isActive());
+}
+
+TEST_F(TappedKeysTest, AKeyDoesNotWaitForATabThatIsPressedAfterIt) {
+  hold({KeyCodeLeftCommand, KeyCodeTab});
+  keyboard().release(KeyCodeTab);
+  provider->itemLog->clear();
+  keyboard().press(KeyCodeReturn);
+  keyboard().press(KeyCodeTab);
+  platform.runPending();
+  EXPECT_THAT(*provider->itemLog, testing::Contains("item0: invoke"));
+}
+
 TEST_F(TappedKeysTest, WorkForAKeyWaitsUntilAMenuHasClosed) {
   keyboard().press(KeyCodeLeftCommand);
   open(ActivationMethodCommandTab);
