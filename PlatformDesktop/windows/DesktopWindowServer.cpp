@@ -82,12 +82,10 @@ void DesktopWindowServer::add(DesktopWindow& window) { windows_.push_back(&windo
 void DesktopWindowServer::remove(DesktopWindow& window) { std::erase(windows_, &window); }
 
 bool DesktopWindowServer::isOwnWindow(xcb_window_t id) const {
-  if (id == catcher_->id()) return true;
-  const QWindowList windows = QGuiApplication::topLevelWindows();
-  return std::any_of(windows.begin(), windows.end(), [id](const QWindow* window) {
-    // Asking one that has none yet for its id would make one.
-    return window->handle() != nullptr && window->winId() == id;
-  });
+  // By its number, since it may have gone: a press on a menu is heard of after it has closed the
+  // menu when the loop has much to do.
+  const xcb_setup_t* const setup = xcb_get_setup(formats_.connection);
+  return (id & ~setup->resource_id_mask) == setup->resource_id_base;
 }
 
 void DesktopWindowServer::deliverKey(const TappedEvent& key) {

@@ -35,8 +35,8 @@ class DesktopWindowServer : public WindowServer, private QAbstractNativeEventFil
   void setRestackObserver(std::function<void()> observer) {
     restackObserver_ = std::move(observer);
   }
-  /// Whether a window that stands on the root is one of this process's: a window of the core, or of
-  /// Qt.
+  /// Whether a window that stands on the root, or stood there, is one of this process's: a window
+  /// of the core, or of Qt.
   bool isOwnWindow(xcb_window_t id) const;
   /// Gives a key to the key window, if there is one.
   void deliverKey(const TappedEvent& key);

@@ -37,6 +37,7 @@ class MenuPresenterTest : public MenuDesk {
 
 TEST_F(MenuPresenterTest, AClickChoosesTheItemAfterTheMenuHasClosed) {
   Strings order;
+  auto window = static_cast<xcb_window_t>(XCB_NONE);
   const auto one = add("One"), two = add("Two");
   two->setAction({"two", [&](MenuItem& item) {
                     order = delegate.heard;
@@ -47,12 +48,16 @@ TEST_F(MenuPresenterTest, AClickChoosesTheItemAfterTheMenuHasClosed) {
   when("shown", shown(), [&] {
     EXPECT_TRUE(presenter.menuIsOpen());
     EXPECT_EQ(loop.currentMode(), RunLoopMode::EventTracking);
+    window = static_cast<xcb_window_t>(innermost()->winId());
     pointAt(*one);
   });
   when("one highlighted", highlighted(one), [&] { pointAt(*two); });
   when("two highlighted", highlighted(two), [&] { click(); });
   EXPECT_TRUE(popUp());
   EXPECT_THAT(order, ElementsAre("highlight One", "highlight Two", "closed", "performed Two"));
+  EXPECT_TRUE(windowServer.isOwnWindow(window)) << "the press may be heard of only now";
+  EXPECT_FALSE(windowServer.isOwnWindow(user.root()));
+  EXPECT_FALSE(windowServer.isOwnWindow(xcb_generate_id(user.xcb()))) << "another program's";
 }
 
 TEST_F(MenuPresenterTest, TheMenuIsAsLargeAsMeasured) {
