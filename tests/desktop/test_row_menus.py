@@ -11,8 +11,10 @@ from test_rows import BESIDE_ROWS, MOVE_SECONDS, RowTestCase
 LEFT, RIGHT = 1, 3
 ABOUT = "Quillbox - Supercharge your Tab key!"
 RECORDER = "Quillbox is supercharged by MASShortcut!"
-# Entries of the selector menu from its top, of those that can be chosen.
-RECENT_APPLICATIONS, MAKE_OPTION_TAB_DEFAULT = 2, 4
+# Entries of the selector menu, of those that can be chosen: a kind from the top, and from the bottom
+# what comes below the kinds.
+RECENT_APPLICATIONS = 2
+MAKE_OPTION_TAB_DEFAULT = 4
 
 
 class MenuTestCase(RowTestCase):
@@ -98,7 +100,7 @@ class SelectorEntries(MenuTestCase, SessionTestCase):
         self.choose_in_selector(1, 2, downs=RECENT_APPLICATIONS)
         self.wait_menu_gone()
         self.assert_row_shows(1, 2, self.gamma, self.beta, self.alpha)
-        self.choose_in_selector(1, 2, downs=MAKE_OPTION_TAB_DEFAULT)
+        self.choose_in_selector(1, 2, ups=MAKE_OPTION_TAB_DEFAULT)
         self.wait_menu_gone()
         self.probe.tap("Escape")
         self.probe.move(BESIDE_ROWS)
