@@ -52,7 +52,10 @@ class FolderRows(SessionTestCase, MenuTestCase):
         self.wait_menu_gone()
         self.panel = self.panel.with_count(CHOOSER)
         self.wait_still(self.panel.row_area(1, 2))
-        self.probe.click(self.panel.icon(DOCUMENTS, 1, 2))
+        icon, halo = self.panel.icon(DOCUMENTS, 1, 2), self.panel.halo(DOCUMENTS, 1, 2)
+        # A click is for what is selected.
+        self.assert_changes(halo, lambda: self.probe.move(icon), "the pointer does not select")
+        self.probe.click(icon)
         self.probe.move(BESIDE_ROWS)
         self.assert_shows(None, RED, BLUE)
 
