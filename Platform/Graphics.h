@@ -39,6 +39,17 @@ class Graphics : public TextMeasurer {
   /// What is kept for a path is kept no longer: the file has gone, or is another one now. Nothing
   /// for a path without an icon.
   virtual void freeIconForFile(const std::string& path) = 0;
+  /// `NSImage initWithContentsOfFile`, of an image or of the first page of a PDF: natural at its
+  /// own size, where a pixel is a point and a page has its points. It is read and decoded
+  /// elsewhere, in no more detail than shows when it is fitted into `largest` points. `completion`
+  /// gets it on the main thread, once, later than the call: an empty image for what is missing, no
+  /// plain file, not to be read, damaged or too large to be kept.
+  virtual void loadImageOfFile(const std::string& path, Size largest,
+                               std::function<void(const Image&)> completion) = 0;
+  /// The picture in an image file in all of its detail, as PNG; no bytes where the other gives an
+  /// empty image.
+  virtual void loadPNGDataOfFile(const std::string& path,
+                                 std::function<void(const PropertyList::Data&)> completion) = 0;
 };
 
 }  // namespace qb

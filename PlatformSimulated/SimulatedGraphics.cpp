@@ -106,6 +106,30 @@ Image SimulatedGraphics::iconForFile(const std::string& path,
   return generic;
 }
 
+void SimulatedGraphics::loadPNGDataOfFile(
+    const std::string& path, std::function<void(const PropertyList::Data&)> completion) {
+  const std::string text = imageFiles_.contains(path) ? "PNG of " + path : std::string();
+  host_.schedule(0, [data = PropertyList::Data(text.begin(), text.end()),
+                     completion = std::move(completion)] { completion(data); });
+}
+
+void SimulatedGraphics::loadImageOfFile(const std::string& path, Size largest,
+                                        std::function<void(const Image&)> completion) {
+  largestImageWanted_ = largest;
+  pendingImages_.push_back({path, std::move(completion)});
+  host_.schedule(0, [this] {
+    if (!imagesAreHeld_) deliverImages();
+  });
+}
+
+void SimulatedGraphics::deliverImages() {
+  for (const PendingImage& pending : std::exchange(pendingImages_, {})) {
+    const auto file = imageFiles_.find(pending.path);
+    pending.completion(file == imageFiles_.end() ? Image()
+                                                 : makeImage("file:" + pending.path, file->second));
+  }
+}
+
 void SimulatedGraphics::setImageSize(const std::string& name, Size size) {
   sizes_[name] = size;
   images_.erase(name);

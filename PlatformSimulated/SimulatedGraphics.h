@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -53,10 +54,23 @@ class SimulatedGraphics : public Graphics {
   /// 128 by 128 points. Delivery is due at once, unless held.
   Image iconForFile(const std::string& path, std::function<void(const Image&)> update) override;
   void freeIconForFile(const std::string& path) override { icons_.erase(path); }
+  /// Those put by `putImageFile`, named "file:PATH"; they come at once, unless held.
+  void loadImageOfFile(const std::string& path, Size largest,
+                       std::function<void(const Image&)> completion) override;
+  /// Of such a file the text "PNG of PATH".
+  void loadPNGDataOfFile(const std::string& path,
+                         std::function<void(const PropertyList::Data&)> completion) override;
 
   void setImageSize(const std::string& name, Size size);
   void setImageNames(std::set<std::string> names) { names_ = std::move(names); }
   void setImageMissing(const std::string& name) { missing_.insert(name); }
+  /// The file at that path holds a picture of so many points.
+  void putImageFile(const std::string& path, Size size) { imageFiles_[path] = size; }
+  /// While held, the pictures of files wait for `deliverImages`.
+  void holdImages(bool hold) { imagesAreHeld_ = hold; }
+  void deliverImages();
+  /// The wish of the last `loadImageOfFile`.
+  std::optional<Size> largestImageWanted() const { return largestImageWanted_; }
 
   /// While held, icons wait for `deliverIcons`.
   void holdIcons(bool hold) { iconsAreHeld_ = hold; }
@@ -70,14 +84,21 @@ class SimulatedGraphics : public Graphics {
     std::function<void(const Image&)> update;
   };
 
+  struct PendingImage {
+    std::string path;
+    std::function<void(const Image&)> completion;
+  };
+
   SimulatedRunLoopHost& host_;
-  std::map<std::string, Size> sizes_;
+  std::map<std::string, Size> sizes_, imageFiles_;
   std::set<std::string> missing_, names_;
   std::map<std::string, Image> images_;
   std::map<std::string, Image> icons_;
   std::map<std::string, int> iconRequests_;
   std::vector<PendingIcon> pendingIcons_;
-  bool iconsAreHeld_ = false;
+  std::vector<PendingImage> pendingImages_;
+  std::optional<Size> largestImageWanted_;
+  bool iconsAreHeld_ = false, imagesAreHeld_ = false;
 };
 
 }  // namespace qb

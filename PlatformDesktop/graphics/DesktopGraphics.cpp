@@ -10,6 +10,7 @@
 #include <cmath>
 #include <utility>
 
+#include "PlatformDesktop/graphics/PictureFile.h"
 #include "PlatformDesktop/graphics/QtConversions.h"
 #include "PlatformDesktop/graphics/TextCache.h"
 
@@ -168,6 +169,36 @@ void DesktopGraphics::freeIconForFile(const std::string& path) {
   } else {
     records_.erase(found);
   }
+}
+
+void DesktopGraphics::loadImageOfFile(const std::string& path, Size largest,
+                                      std::function<void(const Image&)> completion) {
+  host_.runInBackground([alive = std::weak_ptr<const bool>(lifeSign_), path,
+                         detail = PictureDetail{largest, scale_},
+                         completion = std::move(completion)] {
+    auto picture = loadPictureFile(path, detail);
+    std::shared_ptr<const PixelImage> image;
+    if (picture) {
+      image = std::make_shared<const PixelImage>(std::move(picture->pixels), picture->naturalSize);
+    }
+    executeBlockAfterDelay(
+        [alive, image = std::move(image), completion] {
+          if (!alive.expired()) completion(Image(image));
+        },
+        0);
+  });
+}
+
+void DesktopGraphics::loadPNGDataOfFile(const std::string& path,
+                                        std::function<void(const PropertyList::Data&)> completion) {
+  host_.runInBackground(
+      [alive = std::weak_ptr<const bool>(lifeSign_), path, completion = std::move(completion)] {
+        executeBlockAfterDelay(
+            [alive, data = pngOfPictureFile(path), completion] {
+              if (!alive.expired()) completion(data);
+            },
+            0);
+      });
 }
 
 void DesktopGraphics::forgetIcons() {

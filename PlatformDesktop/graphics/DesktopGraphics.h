@@ -39,6 +39,10 @@ class DesktopGraphics : public Graphics {
   std::optional<PropertyList::Data> pngDataOfImage(const Image& image) const override;
   Image iconForFile(const std::string& path, std::function<void(const Image&)> update) override;
   void freeIconForFile(const std::string& path) override;
+  void loadImageOfFile(const std::string& path, Size largest,
+                       std::function<void(const Image&)> completion) override;
+  void loadPNGDataOfFile(const std::string& path,
+                         std::function<void(const PropertyList::Data&)> completion) override;
 
   /// Icons asked for from now on are looked up anew: the theme or an application has changed. What
   /// is known is shown until then.

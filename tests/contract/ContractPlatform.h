@@ -86,6 +86,8 @@ class ContractPlatform {
   virtual void writeRawFile(const std::string& path, const std::string& contents) = 0;
   /// A link to what need not be there.
   virtual void makeLink(const std::string& path, const std::string& toPath) = 0;
+  /// A file with a picture of so many pixels.
+  virtual void writeImageFile(const std::string& path, Size size) = 0;
   /// Whether the file's bytes are these.
   virtual bool rawFileHas(const std::string& path, const std::string& contents) = 0;
   /// The names of the files that lie directly in a folder, sorted.

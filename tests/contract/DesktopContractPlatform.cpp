@@ -293,6 +293,11 @@ class DesktopContractPlatform : public ContractPlatform {
   void makeLink(const std::string& path, const std::string& toPath) override {
     fs::create_symlink(toPath, path);
   }
+  void writeImageFile(const std::string& path, Size size) override {
+    QImage image(static_cast<int>(size.width), static_cast<int>(size.height), QImage::Format_RGB32);
+    image.fill(Qt::gray);
+    image.save(QString::fromStdString(path), "PNG");
+  }
   bool rawFileHas(const std::string& path, const std::string& contents) override {
     return fs::exists(path) && fileContents(path) == contents;
   }

@@ -73,6 +73,58 @@ TEST_F(GraphicsContract, AFreedIconIsLookedUpAnew) {
   platform_.graphics().freeIconForFile("/no/such/file");
 }
 
+TEST_F(GraphicsContract, APictureComesFromItsFileLaterThanItIsAskedFor) {
+  const std::string path = desktop_->folder() + "/picture.png";
+  desktop_->writeImageFile(path, {40, 30});
+  std::vector<Image> images;
+  platform_.graphics().loadImageOfFile(path, {400, 400},
+                                       [&](const Image& image) { images.push_back(image); });
+  EXPECT_TRUE(images.empty());
+  ASSERT_TRUE(waitUntil([&] { return !images.empty(); }));
+  ASSERT_EQ(images.size(), 1U);
+  ASSERT_TRUE(images[0]);
+  EXPECT_EQ(images[0].size().width, 40);
+  EXPECT_EQ(images[0].size().height, 30);
+}
+
+TEST_F(GraphicsContract, APictureInLessDetailHasItsSize) {
+  const std::string path = desktop_->folder() + "/picture.png";
+  desktop_->writeImageFile(path, {400, 300});
+  Image image;
+  platform_.graphics().loadImageOfFile(path, {40, 40},
+                                       [&](const Image& loaded) { image = loaded; });
+  ASSERT_TRUE(waitUntil([&] { return static_cast<bool>(image); }));
+  EXPECT_EQ(image.size().width, 400);
+  EXPECT_EQ(image.size().height, 300);
+}
+
+TEST_F(GraphicsContract, AFileWithoutAPictureGivesAnEmptyOne) {
+  const std::string damaged = desktop_->folder() + "/damaged.png";
+  desktop_->writeRawFile(damaged, "no picture");
+  int answers = 0;
+  for (const std::string& path : {damaged, desktop_->folder() + "/none.png", desktop_->folder()}) {
+    platform_.graphics().loadImageOfFile(path, {400, 400}, [&](const Image& image) {
+      ++answers;
+      EXPECT_FALSE(image);
+    });
+    platform_.graphics().loadPNGDataOfFile(path, [&](const PropertyList::Data& data) {
+      ++answers;
+      EXPECT_TRUE(data.empty());
+    });
+  }
+  EXPECT_TRUE(waitUntil([&] { return answers == 6; }));
+}
+
+TEST_F(GraphicsContract, APictureComesAsDataTooLaterThanItIsAskedFor) {
+  const std::string path = desktop_->folder() + "/picture.png";
+  desktop_->writeImageFile(path, {40, 30});
+  PropertyList::Data data;
+  platform_.graphics().loadPNGDataOfFile(path,
+                                         [&](const PropertyList::Data& loaded) { data = loaded; });
+  EXPECT_TRUE(data.empty());
+  EXPECT_TRUE(waitUntil([&] { return !data.empty(); }));
+}
+
 TEST_F(GraphicsContract, ADrawnPictureHasTheSizeThatItWasGiven) {
   const Image drawn = platform_.graphics().imageWithSize(
       {40, 30}, [](Canvas& canvas) { canvas.fill(Rect::make(0, 0, 40, 30), Color::black()); });

@@ -104,6 +104,10 @@ class SimulatedContractPlatform : public ContractPlatform {
   void makeLink(const std::string& path, const std::string& toPath) override {
     simulated_.fileSystem().putLink(path, toPath);
   }
+  void writeImageFile(const std::string& path, Size size) override {
+    simulated_.fileSystem().putRaw(path, "picture");
+    simulated_.graphics().putImageFile(path, size);
+  }
   bool rawFileHas(const std::string& path, const std::string& contents) override {
     return simulated_.fileSystem().raw(path) == contents;
   }
