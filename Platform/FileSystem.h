@@ -86,6 +86,9 @@ class FileSystem {
 
   /// All bytes of a file. None when it is missing, no plain file or larger than 32 MiB.
   virtual std::optional<std::string> stringWithContentsOfFile(const std::string& path) const = 0;
+  /// No more than the first `length` bytes of a plain file, however large that is.
+  virtual std::optional<std::string> stringWithBeginningOfFile(const std::string& path,
+                                                               std::size_t length) const = 0;
 
   /// Reads a property list, XML or binary, whose root is a dictionary. None when the file is
   /// missing or is anything else; the file is left as it is.

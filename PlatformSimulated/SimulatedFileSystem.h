@@ -35,6 +35,11 @@ class SimulatedFileSystem : public FileSystem {
   std::optional<std::string> stringWithContentsOfFile(const std::string& path) const override {
     return raw(path);
   }
+  std::optional<std::string> stringWithBeginningOfFile(const std::string& path,
+                                                       std::size_t length) const override {
+    const auto contents = raw(path);
+    return contents ? std::optional(contents->substr(0, length)) : std::nullopt;
+  }
   /// The English names below the home; applications are in "/usr/share/applications".
   std::optional<std::string> pathForDirectory(SearchPathDirectory directory) const override;
   std::uint32_t itemInfoFlagsAtPath(const std::string& path) const override;

@@ -142,6 +142,24 @@ std::optional<std::string> DesktopFileSystem::stringWithContentsOfFile(
   return contentsOfFile(path, largestFile);
 }
 
+std::optional<std::string> DesktopFileSystem::stringWithBeginningOfFile(const std::string& path,
+                                                                        std::size_t length) const {
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  struct stat status {};
+  if (!file || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  std::string contents(length, '\0');
+  std::size_t got = 0;
+  while (got < length) {
+    const ssize_t some = read(file.get(), contents.data() + got, length - got);
+    if (some < 0 && errno == EINTR) continue;
+    if (some < 0) return std::nullopt;
+    if (some == 0) break;
+    got += static_cast<std::size_t>(some);
+  }
+  contents.resize(got);
+  return contents;
+}
+
 std::optional<std::string> DesktopFileSystem::pathForDirectory(
     SearchPathDirectory directory) const {
   return userDirectory(directory);

@@ -16,6 +16,8 @@ class DesktopFileSystem : public FileSystem {
   bool createDirectoryAtPath(const std::string& path) override;
   std::string applicationSupportDirectory() override;
   std::optional<std::string> stringWithContentsOfFile(const std::string& path) const override;
+  std::optional<std::string> stringWithBeginningOfFile(const std::string& path,
+                                                       std::size_t length) const override;
   std::optional<std::string> pathForDirectory(SearchPathDirectory directory) const override;
   std::uint32_t itemInfoFlagsAtPath(const std::string& path) const override;
   std::optional<FileAttributes> attributesOfItemAtPath(const std::string& path) const override;

@@ -97,6 +97,17 @@ TEST_F(FileSystemContract, AFileIsReadAsItIs) {
   EXPECT_EQ(files().stringWithContentsOfFile(desktop_->folder()), std::nullopt);
 }
 
+TEST_F(FileSystemContract, ALongFileIsReadFromItsBeginning) {
+  const std::string bytes("a\r\0\xff\n", 5);
+  desktop_->writeRawFile(path("a.txt"), bytes);
+  EXPECT_EQ(files().stringWithBeginningOfFile(path("a.txt"), 3), bytes.substr(0, 3));
+  EXPECT_EQ(files().stringWithBeginningOfFile(path("a.txt"), 5), bytes);
+  EXPECT_EQ(files().stringWithBeginningOfFile(path("a.txt"), 100), bytes);
+  EXPECT_EQ(files().stringWithBeginningOfFile(path("a.txt"), 0), "");
+  EXPECT_EQ(files().stringWithBeginningOfFile(path("none.txt"), 3), std::nullopt);
+  EXPECT_EQ(files().stringWithBeginningOfFile(desktop_->folder(), 3), std::nullopt);
+}
+
 TEST_F(FileSystemContract, AMissingFileIsNone) {
   EXPECT_FALSE(files().fileExistsAtPath(path("none.plist")));
   EXPECT_FALSE(files().dictionaryWithContentsOfFile(path("none.plist")));
