@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QByteArray>
 #include <QImage>
+#include <QImageReader>
 #include <algorithm>
 #include <memory>
 #include <string>
@@ -63,6 +64,12 @@ Data pngOfTIFF(const Data& tiff) {
   return {png.begin(), png.end()};
 }
 
+/// That is the work of a plug-in.
+bool canReadTIFF() {
+  static const bool can = QImageReader::supportedImageFormats().contains("tiff");
+  return can;
+}
+
 /// What can be made of a type that few programs know.
 struct Conversion {
   std::string_view from, to;
@@ -111,6 +118,7 @@ std::vector<SelectionForm> formsOfItems(const std::vector<PasteboardContents>& i
   }
   for (const auto& [type, data] : contents) {
     for (const Conversion& conversion : conversions) {
+      if (conversion.make == pngOfTIFF && !canReadTIFF()) continue;
       if (conversion.from == type) forms.add(conversion.to, data, conversion.make);
     }
   }

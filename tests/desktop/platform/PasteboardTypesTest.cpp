@@ -2,6 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <QBuffer>
+#include <QImage>
+#include <QImageReader>
+
 #include "PlatformDesktop/clipboard/ClipboardForms.h"
 #include "QuillboxCommon/richtext/RichText.h"
 
@@ -102,6 +106,20 @@ TEST(ClipboardFormsTest, RichTextCanBeHadAsSimplerText) {
   EXPECT_EQ(formOf({{{"public.rtf", dataOf("{\\rtf1 caf\\'e9}")}}}, "UTF8_STRING"), "caf\xc3\xa9");
   EXPECT_EQ(formOf({{{"public.rtf", dataOf("{\\rtf1 caf\\'e9}")}}}, "STRING"), "caf\xe9");
   EXPECT_EQ(formOf({{{"public.rtf", dataOf("damaged")}}}, "UTF8_STRING"), "");
+}
+
+TEST(ClipboardFormsTest, TIFFCanBeHadAsPNG) {
+  if (!QImageReader::supportedImageFormats().contains("tiff")) GTEST_SKIP();
+  QImage image(3, 2, QImage::Format_RGB32);
+  image.fill(Qt::red);
+  QByteArray tiff;
+  QBuffer buffer(&tiff);
+  buffer.open(QIODevice::WriteOnly);
+  ASSERT_TRUE(image.save(&buffer, "TIFF"));
+  const std::string png = formOf({{{"public.tiff", Data(tiff.begin(), tiff.end())}}}, "image/png");
+  const QImage read = QImage::fromData(QByteArray::fromStdString(png), "PNG");
+  EXPECT_EQ(read.size(), image.size());
+  EXPECT_EQ(read.pixelColor(1, 1), QColor(Qt::red));
 }
 
 TEST(ClipboardFormsTest, WhatIsThereIsNotMadeAnew) {
