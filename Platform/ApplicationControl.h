@@ -33,6 +33,9 @@ class ApplicationControl {
   /// Opens a file with what it belongs to; a preference pane is a program and runs. False when
   /// there is no such file.
   virtual bool openFile(const std::string& path) = 0;
+  /// Opens a file with the program that scripts know by that name, such as "TextEdit"; where there
+  /// is none, with what it belongs to.
+  virtual bool openFile(const std::string& path, const std::string& withApplication) = 0;
   /// Opens an address in the user's browser. False when there is none.
   virtual bool openURL(const std::string& url) = 0;
   /// Ends this program in order: the main loop ends, then `applicationWillTerminate` is due.

@@ -72,6 +72,10 @@ DesktopPlatform::DesktopPlatform(const ScreenFormats& formats)
   colorScheme_.setObserver(adoptColors);
   applicationControl_.setApplicationOpener(
       [this](const std::string& path) { return openApplication(path); });
+  applicationControl_.setDocumentOpener(
+      [this](const std::string& path, const std::string& application) {
+        return ScriptApplications(catalogue_, processes_).openDocument(path, {.name = application});
+      });
   catalogue_.setChangeObserver([this] {
     graphics_.forgetIcons();
     processes_.catalogueHasChanged();

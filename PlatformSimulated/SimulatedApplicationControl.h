@@ -34,6 +34,10 @@ class SimulatedApplicationControl : public ApplicationControl {
     openedFiles_.push_back(path);
     return files_.contains(path);
   }
+  bool openFile(const std::string& path, const std::string& withApplication) override {
+    openedWith_.emplace_back(path, withApplication);
+    return files_.contains(path);
+  }
   bool openURL(const std::string& url) override {
     openedURLs_.push_back(url);
     return true;
@@ -61,6 +65,8 @@ class SimulatedApplicationControl : public ApplicationControl {
   const std::vector<Launch>& launches() const { return launches_; }
   /// Every `openFile`, those that failed too.
   const std::vector<std::string>& openedFiles() const { return openedFiles_; }
+  /// Every file that was to be opened with a program of choice, and that program.
+  const std::vector<std::pair<std::string, std::string>>& openedWith() const { return openedWith_; }
   const std::vector<std::string>& openedURLs() const { return openedURLs_; }
   int numberOfTerminations() const { return numberOfTerminations_; }
 
@@ -73,6 +79,7 @@ class SimulatedApplicationControl : public ApplicationControl {
   std::set<std::string> files_{"/Library/PreferencePanes/QuillboxPrefrences.prefPane"};
   std::vector<Launch> launches_;
   std::vector<std::string> openedFiles_;
+  std::vector<std::pair<std::string, std::string>> openedWith_;
   std::vector<std::string> openedURLs_;
   int numberOfTerminations_ = 0;
 };

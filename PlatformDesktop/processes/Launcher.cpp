@@ -61,8 +61,8 @@ bool startDetached(const std::vector<std::string>& words, const std::string& wor
   return started;
 }
 
-bool startApplication(const DesktopEntry& entry) {
-  std::vector<std::string> words = entry.commandLine();
+bool startApplication(const DesktopEntry& entry, const std::string& file) {
+  std::vector<std::string> words = entry.commandLine(file);
   if (words.empty()) return false;
   if (entry.runsInTerminal) words.insert(words.begin(), {"x-terminal-emulator", "-e"});
   return startDetached(words, entry.workingFolder);

@@ -22,6 +22,8 @@ constexpr std::pair<std::string_view, std::string_view> roles[] = {
     {"ical", "com.apple.iCal"},
     {"preview", "com.apple.Preview"},
     {"textedit", "com.apple.TextEdit"},
+    // Scripts are plain text here.
+    {"applescript editor", "com.apple.TextEdit"},
     {"system preferences", "com.apple.systempreferences"},
     {"google chrome", "com.google.Chrome"},
     {"firefox", "org.mozilla.firefox"},
@@ -119,6 +121,12 @@ bool ScriptApplications::quit(const ScriptApplication& application) {
 ScriptApplications::Arrival ScriptApplications::openAnew(const ScriptApplication& application) {
   const DesktopEntry* const entry = installed(application);
   return entry != nullptr ? start(*entry) : Arrival::None;
+}
+
+bool ScriptApplications::openDocument(const std::string& path,
+                                      const ScriptApplication& application) const {
+  const DesktopEntry* const entry = installed(application);
+  return entry != nullptr && startApplication(*entry, path);
 }
 
 /// A program that keeps to one process shows a new window from that one, and one that keeps to one

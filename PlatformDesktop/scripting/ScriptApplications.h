@@ -41,6 +41,8 @@ class ScriptApplications {
   bool quit(const ScriptApplication& application);
   /// Starts another instance of it, which opens with something new, and waits as above.
   Arrival openAnew(const ScriptApplication& application);
+  /// Starts it with a document, and does not wait. False when there is none.
+  bool openDocument(const std::string& path, const ScriptApplication& application) const;
   /// Whether who has the keyboard is a terminal, by its desktop entry.
   bool frontIsTerminal() const;
 

@@ -115,6 +115,13 @@ bool DesktopApplicationControl::openFile(const std::string& path) {
   return openByDesktop(file);
 }
 
+bool DesktopApplicationControl::openFile(const std::string& path,
+                                         const std::string& withApplication) {
+  if (!QFileInfo::exists(QString::fromStdString(path))) return false;
+  if (!isTerminating_ && openDocument_ && openDocument_(path, withApplication)) return true;
+  return openByDesktop(path);
+}
+
 bool DesktopApplicationControl::openURL(const std::string& url) { return openByDesktop(url); }
 
 bool DesktopApplicationControl::openByDesktop(const std::string& document) const {

@@ -26,6 +26,7 @@ class DesktopApplicationControl : public ApplicationControl {
   std::string operatingSystemVersionString() const override;
   bool launchAppWithBundleIdentifier(const std::string& identifier, std::uint32_t options) override;
   bool openFile(const std::string& path) override;
+  bool openFile(const std::string& path, const std::string& withApplication) override;
   bool openURL(const std::string& url) override;
   /// Also ends what keeps the main loop from ending: open menus and modal dialogs.
   void terminate() override;
@@ -37,6 +38,11 @@ class DesktopApplicationControl : public ApplicationControl {
   void setApplicationOpener(std::function<bool(const std::string& path)> opener) {
     openApplication_ = std::move(opener);
   }
+  /// Opens a file with the program of that name; answers false when there is none. An empty one
+  /// knows no programs.
+  using DocumentOpener =
+      std::function<bool(const std::string& path, const std::string& application)>;
+  void setDocumentOpener(DocumentOpener opener) { openDocument_ = std::move(opener); }
   /// Starts the preference program, or brings its window forward. `page` may be empty.
   bool openPreferences(const std::string& page) const;
 
@@ -50,6 +56,7 @@ class DesktopApplicationControl : public ApplicationControl {
   std::string bundlePath_;
   bool isTerminating_ = false;
   std::function<bool(const std::string&)> openApplication_;
+  DocumentOpener openDocument_;
 };
 
 }  // namespace qb
