@@ -22,6 +22,7 @@
 #include "Quillbox/activation/Settings.h"
 #include "Quillbox/activation/SystemVersion.h"
 #include "Quillbox/activation/shortcuts/ItemHotKeys.h"
+#include "Quillbox/activation/utilities/FileKinds.h"
 #include "Quillbox/activation/utilities/ScriptFiles.h"
 #include "Quillbox/activation/utilities/SystemUtilities.h"
 #include "Quillbox/managers/ApplicationManager.h"
@@ -232,7 +233,7 @@ void Quillbox::removeMouseEventMonitor(const std::shared_ptr<EventMonitorProtoco
 // Scripts.
 
 bool Quillbox::fileAtPathIsAppleScriptFile(const std::string& path) {
-  return ScriptFiles::fileAtPathIsAppleScriptFile(path);
+  return FileKinds::fileAtPathIsAppleScriptFile(path);
 }
 void Quillbox::executeAppleScriptAtPath(const std::string& path) const {
   scriptFiles_->executeAppleScriptAtPath(path);

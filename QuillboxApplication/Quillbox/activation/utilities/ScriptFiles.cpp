@@ -1,11 +1,9 @@
 #include "Quillbox/activation/utilities/ScriptFiles.h"
 
-#include <algorithm>
 #include <string_view>
 
 #include "Platform/FileSystem.h"
 #include "Platform/Scripts.h"
-#include "Quillbox/Item/FilePaths.h"
 #include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/managers/AppleScript.h"
 #include "QuillboxCommon/Format.h"
@@ -17,23 +15,12 @@ namespace qb {
 namespace {
 
 constexpr TimeInterval executionDelay = 0.33;
-constexpr std::string_view scriptExtension = "scpt";
 /// What the bytes of a compiled script begin with.
 constexpr std::string_view compiledMark = "FasdUAS";
 constexpr const char* pasteScript =
     "tell application \"System Events\" to key code 9 using command down\r";
 
-bool equalsWithoutCase(std::string_view a, std::string_view b) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [&](char x, char y) { return lower(x) == lower(y); });
-}
-
 }  // namespace
-
-bool ScriptFiles::fileAtPathIsAppleScriptFile(const std::string& path) {
-  return equalsWithoutCase(pathExtension(path), scriptExtension);
-}
 
 void ScriptFiles::executeAppleScriptAtPath(const std::string& path) const {
   executeBlockAfterDelay(

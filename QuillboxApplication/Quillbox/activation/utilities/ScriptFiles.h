@@ -11,8 +11,6 @@ class ScriptFiles {
  public:
   explicit ScriptFiles(Platform& platform) : platform_(platform) {}
 
-  /// By the extension "scpt", in any case.
-  static bool fileAtPathIsAppleScriptFile(const std::string& path);
   /// Reads the file 0.33 second later and runs it; nothing when the facade has gone by then. What
   /// keeps it from running goes to the log. Only scripts in plain text, UTF-8, can be run.
   void executeAppleScriptAtPath(const std::string& path) const;
