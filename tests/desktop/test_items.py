@@ -68,6 +68,29 @@ class ItemTestCase(RowTestCase):
     def wait_until_menus_close(self):
         self.assertTrue(self.desktop.wait_until(lambda: not self.menus()), "the menu stays")
 
+    def open_grids(self, menu, ups=1):
+        """From the entry for decorations of an item's menu, counted from its end. Answers where the
+        menu with the grids is."""
+        for _ in range(ups):
+            self.probe.tap("Up")
+        self.probe.tap("Right")
+        both = self.desktop.wait_until(lambda: len(self.menus()) == 2)
+        self.assertTrue(both, "the decorations do not open")
+        return next(area for area in self.menus() if area != menu)
+
+    def cell(self, menu, column, y):
+        left, _, width, _ = menu
+        return (left + (width - GRID_WIDTH) // 2 + FIRST_CELL + column * CELL_DISTANCE, y)
+
+    def badge(self, menu, column, row):
+        top = menu[1] + MENU_EDGE + HEADING
+        return self.cell(menu, column, top + FIRST_CELL + row * CELL_DISTANCE)
+
+    def tint(self, menu, number):
+        """From 0 to 4, and 5 for none."""
+        bottom = menu[1] + menu[3] - MENU_EDGE
+        return self.cell(menu, number, bottom - TINTS_HEIGHT + FIRST_CELL)
+
 
 class GreyItems(ItemTestCase):
     """Below the applications is a row of grey items that can be decorated and removed."""
@@ -92,26 +115,7 @@ class GreyItems(ItemTestCase):
 
     def open_decorations(self, index):
         """Answers where the menu with the grids is."""
-        menu = self.open_menu(index)
-        # The last entry.
-        self.probe.tap("Up")
-        self.probe.tap("Right")
-        both = self.desktop.wait_until(lambda: len(self.menus()) == 2)
-        self.assertTrue(both, "the decorations do not open")
-        return next(area for area in self.menus() if area != menu)
-
-    def cell(self, menu, column, y):
-        left, _, width, _ = menu
-        return (left + (width - GRID_WIDTH) // 2 + FIRST_CELL + column * CELL_DISTANCE, y)
-
-    def badge(self, menu, column, row):
-        top = menu[1] + MENU_EDGE + HEADING
-        return self.cell(menu, column, top + FIRST_CELL + row * CELL_DISTANCE)
-
-    def tint(self, menu, number):
-        """From 0 to 4, and 5 for none."""
-        bottom = menu[1] + menu[3] - MENU_EDGE
-        return self.cell(menu, number, bottom - TINTS_HEIGHT + FIRST_CELL)
+        return self.open_grids(self.open_menu(index))
 
 
 class Decorations(GreyItems):

@@ -4,7 +4,9 @@
 #include "Quillbox/Item/ApplicationItem.h"
 #include "Quillbox/Item/ButtonItem.h"
 #include "Quillbox/Item/CustomItem.h"
+#include "Quillbox/Item/FileItem.h"
 #include "Quillbox/Item/RepresentedObject.h"
+#include "Quillbox/Item/ServerItem.h"
 #include "support/QuillboxFixture.h"
 
 namespace qb::test {
@@ -25,6 +27,8 @@ TEST_F(ItemClassesTest, EveryClassHasItsType) {
       {Item::create(cell, Image(), "Plain"), 0},
       {std::make_shared<MadeItem>(), 0},
       {FileSystemItem::create(cell, std::string("/home/user/letter.txt")), 0},
+      {FileItem::create(cell, std::string("/home/user/letter.txt")), 1},
+      {ServerItem::create(cell, "Server", "/home/user/server.url"), 2},
       {ApplicationItem::create(cell, path), 5},
       {ButtonItem::create(cell, Image(), "Push", nothing), 6},
       {AddButtonItem::create(cell, "Add", nothing), 6},
@@ -33,17 +37,27 @@ TEST_F(ItemClassesTest, EveryClassHasItsType) {
   for (const auto& [item, type] : classes) EXPECT_EQ(item->type(), type) << item->name();
 }
 
-TEST_F(ItemClassesTest, AnApplicationIsRestoredByItsInformation) {
-  const ItemInformation information = ApplicationItem::information();
-  EXPECT_EQ(information.name, "Application");
-  EXPECT_EQ(information.className, "ApplicationItem");
-  const auto saved = ApplicationItem::create(cell, path);
-  const auto restored =
-      std::dynamic_pointer_cast<ApplicationItem>(information.create(cell, saved->state()));
-  ASSERT_NE(restored, nullptr);
-  EXPECT_EQ(restored->uniqueID(), saved->uniqueID());
-  EXPECT_EQ(restored->name(), "Editor");
-  EXPECT_EQ(restored->path(), path);
+/// A class saves what its information restores.
+template <class Class>
+void expectToRestore(const std::string& name, const std::string& className) {
+  const ItemInformation information = Class::information();
+  EXPECT_EQ(information.name, name);
+  EXPECT_EQ(information.className, className);
+  const auto saved = Class::create(cell, "Mine", path);
+  for (const auto& item : {information.create(cell, saved->state()), saved->duplicate()}) {
+    const auto restored = std::dynamic_pointer_cast<Class>(item);
+    ASSERT_NE(restored, nullptr) << name;
+    EXPECT_EQ(restored->name(), "Mine");
+    EXPECT_EQ(restored->path(), path);
+    EXPECT_EQ(restored->view()->frame(), cell);
+  }
+  EXPECT_EQ(information.create(cell, saved->state())->uniqueID(), saved->uniqueID());
+}
+
+TEST_F(ItemClassesTest, ItemsOfFilesAreRestoredByTheirInformation) {
+  expectToRestore<ApplicationItem>("Application", "ApplicationItem");
+  expectToRestore<FileItem>("File", "FileItem");
+  expectToRestore<ServerItem>("Server", "ServerItem");
 }
 
 TEST_F(ItemClassesTest, AMenuEntryCanCarryAnApplication) {

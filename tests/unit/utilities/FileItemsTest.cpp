@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "Quillbox/Item/ApplicationItem.h"
+#include "Quillbox/Item/FileItem.h"
 #include "Quillbox/Item/FolderItem.h"
 #include "support/QuillboxFixture.h"
 
@@ -66,6 +67,16 @@ TEST_F(FileItemsTest, FoldersAndVolumesBecomeItemsOfTheirTypes) {
     EXPECT_EQ(item->type(), quillbox->itemTypeForFileSystemObjectAtPath(path));
     EXPECT_EQ(item->name(), "Mine");
     EXPECT_EQ(item->path(), path);
+  }
+}
+
+TEST_F(FileItemsTest, AnythingElseThatIsNoFolderBecomesAFileItem) {
+  for (const char* path : {"/work/a.txt", "/work/letter.rtfd", "/work/missing"}) {
+    const auto item = quillbox->createFileSystemItemWithFrame(cell, "Mine", path);
+    ASSERT_TRUE(std::dynamic_pointer_cast<FileItem>(item)) << path;
+    EXPECT_EQ(item->name(), "Mine");
+    EXPECT_EQ(item->path(), path);
+    EXPECT_EQ(item->view()->frame(), cell);
   }
 }
 

@@ -3,8 +3,10 @@
 #include "Platform/ApplicationControl.h"
 #include "Platform/FileSystem.h"
 #include "Quillbox/Item/ApplicationItem.h"
+#include "Quillbox/Item/FileItem.h"
 #include "Quillbox/Item/FilePaths.h"
 #include "Quillbox/Item/FolderItem.h"
+#include "Quillbox/Item/ServerItem.h"
 #include "Quillbox/Item/VolumeItem.h"
 #include "Quillbox/activation/Quillbox.h"
 #include "QuillboxCommon/Format.h"
@@ -19,16 +21,17 @@ struct FileItemClass {
   std::shared_ptr<FileSystemItem> (*create)(const Rect& frame, const std::string& name,
                                             const std::string& path);
 };
+template <class Class>
+std::shared_ptr<FileSystemItem> createItem(const Rect& frame, const std::string& name,
+                                           const std::string& path) {
+  return Class::create(frame, name, path);
+}
 constexpr FileItemClass fileItemClasses[] = {
-    {ItemTypeVolume,
-     [](const Rect& frame, const std::string& name, const std::string& path)
-         -> std::shared_ptr<FileSystemItem> { return VolumeItem::create(frame, name, path); }},
-    {ItemTypeFolder,
-     [](const Rect& frame, const std::string& name, const std::string& path)
-         -> std::shared_ptr<FileSystemItem> { return FolderItem::create(frame, name, path); }},
-    {ItemTypeApplication,
-     [](const Rect& frame, const std::string& name, const std::string& path)
-         -> std::shared_ptr<FileSystemItem> { return ApplicationItem::create(frame, name, path); }},
+    {ItemTypeFile, createItem<FileItem>},
+    {ItemTypeServer, createItem<ServerItem>},
+    {ItemTypeVolume, createItem<VolumeItem>},
+    {ItemTypeFolder, createItem<FolderItem>},
+    {ItemTypeApplication, createItem<ApplicationItem>},
 };
 
 }  // namespace
