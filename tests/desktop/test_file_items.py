@@ -1,0 +1,81 @@
+"""A file in the row of a folder: decorated, and thrown away, by its menu."""
+
+import unittest
+
+from harness.session import SessionTestCase
+from test_items import RED_TINT, ItemTestCase
+from test_row_menus import MenuTestCase
+from test_rows import BESIDE_ROWS
+
+# An entry of the selector menu from its top, of those that can be chosen.
+FOLDER_CONTENTS = 3
+# Buttons of a row without a folder, and the place of one.
+CHOOSER, DOCUMENTS = 12, 2
+# Entries of the menu of a text file, counted from its end.
+DECORATE, MOVE_TO_TRASH = 3, 4
+BLUE = "2020d0"
+
+
+class FileItems(MenuTestCase, ItemTestCase, SessionTestCase):
+    # Rows that are wide enough for the whole chooser, and whose icons do not shrink.
+    settings = {
+        **MenuTestCase.settings, "LowerTabRowItemHaloHeight": 83, "MaxHostViewWidthPercent": 100,
+    }
+
+    def start_program(self):
+        self.letter = self.desktop.home / "Documents/letter.txt"
+        self.letter.parent.mkdir()
+        self.letter.write_text("Dear Reader,\n")
+        # The icon of plain texts, in a colour that a test can see.
+        icons = self.desktop.home / ".local/share/icons/hicolor/scalable/mimetypes"
+        icons.mkdir(parents=True)
+        (icons / "text-plain.svg").write_text(
+            '<svg xmlns="http://www.w3.org/2000/svg" width="128" height="128">'
+            f'<rect width="128" height="128" fill="#{BLUE}"/></svg>'
+        )
+        super().start_program()
+
+    def show_documents(self):
+        """In a row below the applications, where the letter is the first icon."""
+        self.open_by_corner()
+        self.add_row()
+        self.choose_in_selector(1, 2, downs=FOLDER_CONTENTS)
+        self.wait_menu_gone()
+        self.panel = self.panel.with_count(CHOOSER)
+        self.wait_still(self.panel.row_area(1, 2))
+        self.probe.click(self.panel.icon(DOCUMENTS, 1, 2))
+        self.probe.move(BESIDE_ROWS)
+        # As wide as the row of applications.
+        self.panel = self.panel.with_count(3)
+        self.icon = self.panel.icon(0, 1, 2)
+        self.assertTrue(self.probe.wait_pixel(self.icon, BLUE), "the letter does not show")
+        self.wait_still(self.panel.row_area(1, 2))
+
+    def open_menu(self):
+        return self.open_item_menu(self.panel.halo(0, 1, 2), self.icon)
+
+    def test_a_tint_shows_at_once_and_is_kept(self):
+        self.show_documents()
+        self.probe.click(self.tint(self.open_grids(self.open_menu(), DECORATE), 0))
+        self.wait_tinted(self.icon, BLUE, RED_TINT)
+        self.wait_until_menus_close()
+        self.assertEqual(self.decorations()["TintNames"], {str(self.letter): "Red"})
+
+    def test_the_menu_moves_it_to_the_trash_if_the_user_agrees(self):
+        self.show_documents()
+        self.open_menu()
+        self.choose(ups=MOVE_TO_TRASH)
+        self.wait_for_dialog("Move Item to Trash")
+        # To the button that is not the safe one.
+        self.probe.tap("Tab")
+        self.probe.tap("space")
+        trash = self.desktop.home / ".local/share/Trash/files"
+        self.wait((trash / self.letter.name).exists, "the letter is not in the trash")
+        self.assertFalse(self.letter.exists())
+        gone = self.desktop.wait_until(lambda: self.probe.pixel(self.icon) != BLUE)
+        self.assertTrue(gone, "the letter still shows")
+        self.assertTrue(self.panel_window_is_up(), "the panel has gone with the question")
+
+
+if __name__ == "__main__":
+    unittest.main()
