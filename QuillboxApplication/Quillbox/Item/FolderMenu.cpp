@@ -8,6 +8,7 @@
 #include "Quillbox/Item/FolderContents.h"
 #include "Quillbox/activation/MenuItemTags.h"
 #include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/activation/utilities/FileKinds.h"
 #include "Quillbox/managers/ImageManager.h"
 
 namespace qb {
@@ -16,6 +17,7 @@ namespace {
 
 constexpr Size iconSize{16, 16};
 constexpr std::size_t mostIconsOfMenu = 200;
+constexpr Size largestPicture{400, 400};
 
 /// Without what a browser has added to the name of the file that is to be.
 std::string titleOfPath(const std::string& path) {
@@ -46,6 +48,22 @@ void add(Menu& menu, const char* title, const MenuItem::Action& action, const st
   auto entry = MenuItem::create(title, action);
   entry->setRepresentedObject(path);
   menu.addItem(std::move(entry));
+}
+
+void addPictureWhenRead(const std::shared_ptr<Menu>& menu, const std::string& path,
+                        const MenuItem::Action& action) {
+  if (!FileKinds::fileAtPathIsImageFile(path) && !FileKinds::fileAtPathIsPDFFile(path)) return;
+  const auto show = [weakMenu = std::weak_ptr<Menu>(menu), path, action](Image picture) {
+    const auto shown = weakMenu.lock();
+    if (!shown || !picture) return;
+    ImageManager::scaleImage(picture, largestPicture, false);
+    auto entry = MenuItem::create("", action);
+    entry->setRepresentedObject(path);
+    entry->setImage(picture);
+    shown->addItem(MenuItem::separatorItem());
+    shown->addItem(std::move(entry));
+  };
+  quillbox->platform().graphics().loadImageOfFile(path, largestPicture, show);
 }
 
 }  // namespace
@@ -124,6 +142,7 @@ std::shared_ptr<Menu> FolderMenu::menuForFile(const std::string& path) const {
   }
   add(*menu, "Show in Finder...", actions_.showInFinder, path);
   add(*menu, "Share via Email...", actions_.shareViaEmail, path);
+  addPictureWhenRead(menu, path, actions_.openItem);
   return menu;
 }
 

@@ -60,7 +60,8 @@ class FolderMenu {
   /// A heading, shown gray.
   std::shared_ptr<MenuItem> createHeading(const std::string& title) const;
 
-  /// What can be done with a file.
+  /// What can be done with a file. If it is an image or a PDF, its picture of at most 400 by 400
+  /// points comes to the menu when it has been read.
   std::shared_ptr<Menu> menuForFile(const std::string& path) const;
   /// What is in a folder, behind what can be done with it. Of an entry of the folder of downloads
   /// only the latter.

@@ -163,6 +163,45 @@ TEST_F(FolderMenuTrackingTest, AVeryLargeFolderHasIconsOnlyWhereItIsLookedAt) {
   });
 }
 
+TEST_F(FolderMenuTrackingTest, APictureShowsBehindItsEntry) {
+  for (const std::string name : {"view.JPG", "page.pdf"}) {
+    SCOPED_TRACE(name);
+    const std::string path = folder + '/' + name;
+    files().putRaw(path, "");
+    platform.graphics().putImageFile(path, {800, 200});
+    openMenu([&](SimulatedMenuUser& user) {
+      user.highlight(name);
+      user.rest(1);
+      EXPECT_EQ(user.shownItems(),
+                (Lines{"Move to Trash...", "Show in Finder...", "Share via Email...", "-", ""}));
+      const Image picture = user.menu()->items().back()->image();
+      EXPECT_EQ(simulatedImageName(picture), "file:" + path);
+      EXPECT_EQ(picture.size(), (Size{400, 100}));
+      EXPECT_EQ(platform.graphics().largestImageWanted(), (Size{400, 400}));
+      user.highlight(4);
+      user.choose();
+    });
+    EXPECT_EQ(openedFiles().back(), path);
+  }
+}
+
+TEST_F(FolderMenuTrackingTest, WhatHasNoPictureOrGoesBeforeItComesShowsNone) {
+  files().putRaw(folder + "/damaged.png", "");
+  files().putRaw(folder + "/late.png", "");
+  platform.graphics().putImageFile(folder + "/late.png", {800, 200});
+  openMenu([&](SimulatedMenuUser& user) {
+    user.highlight("damaged.png");
+    user.rest(1);
+    EXPECT_EQ(user.shownItems().back(), "Share via Email...");
+    platform.graphics().holdImages(true);
+    user.highlightInOuterMenu("late.png");
+    user.rest(1);
+    EXPECT_EQ(user.shownItems().back(), "Share via Email...");
+    user.escape();
+  });
+  platform.graphics().deliverImages();
+}
+
 // Shift.
 
 TEST_F(FolderMenuTrackingTest, ShiftThrowsAFileAwayAtOnce) {
