@@ -54,7 +54,7 @@ class FolderRows(SessionTestCase, MenuTestCase):
         self.wait_still(self.panel.row_area(1, 2))
         icon, halo = self.panel.icon(DOCUMENTS, 1, 2), self.panel.halo(DOCUMENTS, 1, 2)
         # A click is for what is selected.
-        self.assert_changes(halo, lambda: self.probe.move(icon), "the pointer does not select")
+        self.select(halo, icon)
         self.probe.click(icon)
         self.probe.move(BESIDE_ROWS)
         self.assert_shows(None, RED, BLUE)
@@ -95,7 +95,7 @@ class FolderRows(SessionTestCase, MenuTestCase):
     def test_an_item_is_thrown_away_by_its_menu(self):
         self.show_documents()
         icon, halo = self.panel.icon(1, 1, 2), self.panel.halo(1, 1, 2)
-        self.assert_changes(halo, lambda: self.probe.move(icon), "the pointer does not select")
+        self.select(halo, icon)
         self.probe.click(icon, RIGHT)
         self.wait_menu()
         self.choose(ups=1)

@@ -4,10 +4,11 @@ import plistlib
 import unittest
 
 from harness import TOOLS
-from harness.case import SHORT
 from harness.panel import Panel
 from test_rows import RowTestCase
 
+# Seconds until the next of several attempts that must not come too soon.
+LONG = 20
 CONTROL_ALT_T = (17, 0x40000 | 0x80000)
 CONTROL_ALT_E = (14, 0x40000 | 0x80000)
 GREY = "808080"
@@ -61,7 +62,7 @@ class ItemTestCase(RowTestCase):
         )
 
     def open_item_menu(self, halo, icon):
-        self.assert_changes(halo, lambda: self.probe.move(icon), "the pointer does not select")
+        self.select(halo, icon)
         self.probe.click(icon, 3)
         return self.wait_menu()
 
@@ -291,11 +292,7 @@ class ItemMenu(ItemTestCase):
     picture_radius = 75 // 2
 
     def point_at(self, index):
-        self.assert_changes(
-            self.panel.halo(index),
-            lambda: self.probe.move(self.panel.icon(index)),
-            "the pointer does not select",
-        )
+        self.select(self.panel.halo(index), self.panel.icon(index))
 
     def test_a_right_click_opens_it_below_the_icon(self):
         self.open_by_corner()
@@ -387,12 +384,16 @@ class HotKeys(ItemTestCase):
         return any(area[2] > 300 for area in self.menus())
 
     def record(self, letter, hot_keys):
-        """The dialog listens soon after it shows; before that the keys would be lost."""
+        """The dialog listens soon after it shows; before that the keys would be lost. Pressed again
+        after they have been recorded they would act: not before it is certain that they have not."""
         self.assertTrue(self.desktop.wait_until(self.dialog_is_up), "no dialog opens")
+
+        # It keeps the keyboard then.
+        self.wait(lambda: not self.probe.input_is_free(), "the dialog does not listen")
 
         def recorded():
             self.probe.tap("Control_L", "Alt_L", letter)
-            return self.desktop.wait_until(lambda: self.desktop.read_hot_keys() == hot_keys, SHORT)
+            return self.desktop.wait_until(lambda: self.desktop.read_hot_keys() == hot_keys, LONG)
 
         self.wait(recorded, f"{self.desktop.read_hot_keys()} is recorded")
 

@@ -58,6 +58,11 @@ class RowTestCase(DesktopTestCase):
         act()
         self.assertTrue(self.probe.wait_change("before"), message)
 
+    def select(self, halo, icon):
+        """By the pointer. The panel may still be changing there when it begins to show."""
+        self.wait_still(halo)
+        self.assert_changes(halo, lambda: self.probe.move(icon), "the pointer does not select")
+
     def wait_still(self, area):
         """Until nothing fades or glides there any more."""
         end = time.monotonic() + DEADLINE
