@@ -59,6 +59,8 @@ class Workspace {
   virtual std::shared_ptr<RunningApplication> menuBarOwningApplication() const = 0;
   /// Empty when `path` is no application.
   virtual std::string bundleIdentifierOfApplicationAtPath(const std::string& path) const = 0;
+  /// What its users call it. Empty when `path` is no application.
+  virtual std::string localizedNameOfApplicationAtPath(const std::string& path) const = 0;
   /// Brings a running application forward, or starts it. False when it can be neither.
   virtual bool launchApplicationAtPath(const std::string& path, std::uint32_t options,
                                        const LaunchConfiguration& configuration) = 0;

@@ -102,6 +102,11 @@ std::string SimulatedWorkspace::bundleIdentifierOfApplicationAtPath(const std::s
   return application ? application->bundleIdentifier : std::string();
 }
 
+std::string SimulatedWorkspace::localizedNameOfApplicationAtPath(const std::string& path) const {
+  const auto application = applicationAtPath(path);
+  return application ? application->name : std::string();
+}
+
 bool SimulatedWorkspace::launchApplicationAtPath(const std::string& path, std::uint32_t options,
                                                  const LaunchConfiguration& configuration) {
   launches_.push_back({path, options, configuration.instance});

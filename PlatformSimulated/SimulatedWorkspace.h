@@ -25,6 +25,7 @@ class SimulatedWorkspace : public Workspace {
       std::int32_t processIdentifier) const override;
   std::shared_ptr<RunningApplication> menuBarOwningApplication() const override;
   std::string bundleIdentifierOfApplicationAtPath(const std::string& path) const override;
+  std::string localizedNameOfApplicationAtPath(const std::string& path) const override;
   /// Of several running instances without a choice among them, the most recently launched one comes
   /// forward.
   bool launchApplicationAtPath(const std::string& path, std::uint32_t options,

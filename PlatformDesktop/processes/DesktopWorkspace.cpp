@@ -104,6 +104,12 @@ std::string DesktopWorkspace::bundleIdentifierOfApplicationAtPath(const std::str
   return isProgramFile(path) ? path.substr(path.rfind('/') + 1) : "";
 }
 
+std::string DesktopWorkspace::localizedNameOfApplicationAtPath(const std::string& path) const {
+  if (const DesktopEntry* const entry = catalogue_.index().entryAtPath(path)) return entry->name;
+  if (const auto entry = readDesktopEntry(path)) return entry->name;
+  return isProgramFile(path) ? path.substr(path.rfind('/') + 1) : "";
+}
+
 ProcessSerialNumber DesktopWorkspace::instanceToBringForward(
     const std::string& path, const LaunchConfiguration& configuration) const {
   ProcessSerialNumber found;

@@ -19,6 +19,7 @@ class DesktopWorkspace : public Workspace {
       std::int32_t processIdentifier) const override;
   std::shared_ptr<RunningApplication> menuBarOwningApplication() const override;
   std::string bundleIdentifierOfApplicationAtPath(const std::string& path) const override;
+  std::string localizedNameOfApplicationAtPath(const std::string& path) const override;
   bool launchApplicationAtPath(const std::string& path, std::uint32_t options,
                                const LaunchConfiguration& configuration) override;
 

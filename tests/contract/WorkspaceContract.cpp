@@ -131,6 +131,14 @@ TEST_F(WorkspaceContract, ApplicationFilesHaveIdentifiers) {
   EXPECT_EQ(workspace().bundleIdentifierOfApplicationAtPath("/no/such/application"), "");
 }
 
+TEST_F(WorkspaceContract, ApplicationFilesHaveTheNamesThatTheirUsersKnow) {
+  const auto running = application(desktop_->startClient());
+  ASSERT_TRUE(running);
+  EXPECT_EQ(workspace().localizedNameOfApplicationAtPath(desktop_->clientPath()),
+            running->localizedName());
+  EXPECT_EQ(workspace().localizedNameOfApplicationAtPath("/no/such/application"), "");
+}
+
 TEST_F(WorkspaceContract, LaunchingStartsAnApplicationInFront) {
   ASSERT_EQ(instances(), 0U);
   EXPECT_TRUE(workspace().launchApplicationAtPath(desktop_->clientPath(), 0, {}));

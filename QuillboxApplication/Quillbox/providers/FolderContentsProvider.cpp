@@ -10,6 +10,7 @@
 #include "Platform/FileEvents.h"
 #include "Platform/FileSystem.h"
 #include "Platform/FileViewer.h"
+#include "Platform/Workspace.h"
 #include "Quillbox/Item/ButtonItem.h"
 #include "Quillbox/Item/FilePaths.h"
 #include "Quillbox/Item/FileSystemItem.h"
@@ -170,6 +171,12 @@ std::shared_ptr<Item> FolderContentsProvider::entryItem(const std::shared_ptr<Fi
   if (!files().fileExistsAtPath(entry->fullPath)) return nullptr;
   auto item = quillbox->createFileSystemItemWithFrame({{0, 0}, size}, entry->name, entry->fullPath);
   if (!item) return nullptr;
+  if (item->type() == ItemTypeApplication) {
+    // Nobody knows an application by the name of its file.
+    const std::string name =
+        quillbox->platform().workspace().localizedNameOfApplicationAtPath(entry->fullPath);
+    if (!name.empty()) item->setName(name);
+  }
   item->setRepresentedObject(entry);
   item->setRemovable(false);
   item->setTrashable(true);

@@ -42,6 +42,8 @@ std::vector<SystemFolder> systemFolders(Quillbox& facade) {
   for (const Offer& offer : offers) {
     std::string path = pathOf(offer, facade);
     if (path.empty() || lastPathComponent(path).starts_with('.')) continue;
+    // Few desktops have all of them.
+    if (!facade.platform().fileSystem().fileExistsAtPath(path)) continue;
     folders.push_back({std::move(path), offer.directoryID, offer.invocationSelector});
   }
   return folders;

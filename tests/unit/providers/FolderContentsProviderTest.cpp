@@ -103,8 +103,18 @@ TEST_F(FolderContentsProviderTest, NamesOfAnyBytesAreTakenAsTheyAre) {
 
 TEST_F(FolderContentsProviderTest, TheRootHasOneSlash) {
   showFolder("/");
-  EXPECT_EQ(entryNames(), (Names{"home"}));
-  EXPECT_EQ(contents->filesAndFolders()[0]->fullPath, "/home");
+  EXPECT_EQ(entryNames(), (Names{"usr", "home", "Applications"}));
+  EXPECT_EQ(contents->filesAndFolders()[1]->fullPath, "/home");
+}
+
+TEST_F(FolderContentsProviderTest, ApplicationsHaveTheNamesThatTheirUsersKnow) {
+  put("org.calc.desktop");
+  put("unknown.desktop");
+  platform.workspace().install({.bundleIdentifier = "org.calc",
+                                .name = "Calculator",
+                                .bundlePath = pathOf("org.calc.desktop")});
+  showFolder();
+  EXPECT_EQ(itemNames(), (Names{"unknown.desktop", "Calculator", "Open Work in Finder..."}));
 }
 
 TEST_F(FolderContentsProviderTest, ItemsStandForTheEntries) {

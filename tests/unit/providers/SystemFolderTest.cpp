@@ -4,6 +4,7 @@
 
 #include "Platform/FileSystem.h"
 #include "support/QuillboxFixture.h"
+#include "support/SystemFolders.h"
 
 namespace qb {
 
@@ -20,6 +21,8 @@ namespace {
 
 class SystemFolderTest : public QuillboxFixture {
  protected:
+  SystemFolderTest() { makeSystemFolders(platform.fileSystem()); }
+
   std::vector<std::string> paths() const {
     std::vector<std::string> all;
     for (const SystemFolder& each : systemFolders(*quillbox)) all.push_back(each.path);
@@ -49,6 +52,7 @@ TEST_F(SystemFolderTest, AllOfThemInOrder) {
 }
 
 TEST_F(SystemFolderTest, TheUsersOwnApplicationsGiveWayToThoseOfAll) {
+  platform.fileSystem().makeFolder("/Applications");
   platform.fileSystem().setPathForDirectory(AllApplicationsDirectory, "/home/user/Applications");
   EXPECT_TRUE(offers("/Applications"));
   EXPECT_FALSE(offers("/home/user/Applications"));
@@ -56,10 +60,13 @@ TEST_F(SystemFolderTest, TheUsersOwnApplicationsGiveWayToThoseOfAll) {
 
 TEST_F(SystemFolderTest, WhatTheUserHasNotOrHidesIsNotOffered) {
   platform.fileSystem().setPathForDirectory(SharedPublicDirectory, std::nullopt);
+  platform.fileSystem().makeFolder("/home/user/.music");
   platform.fileSystem().setPathForDirectory(MusicDirectory, "/home/user/.music");
-  EXPECT_EQ(paths().size(), 9U);
+  platform.fileSystem().removeItemAtPath("/Applications/Utilities");
+  EXPECT_EQ(paths().size(), 8U);
   EXPECT_FALSE(offers("/home/user/Public"));
   EXPECT_FALSE(offers("/home/user/.music"));
+  EXPECT_FALSE(offers("/Applications/Utilities"));
 }
 
 }  // namespace

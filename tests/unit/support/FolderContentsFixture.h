@@ -6,6 +6,7 @@
 
 #include "Quillbox/providers/FolderContentsProvider.h"
 #include "support/HostViewFixture.h"
+#include "support/SystemFolders.h"
 
 namespace qb::test {
 
@@ -14,8 +15,10 @@ class FolderContentsFixture : public HostViewFixture {
  protected:
   using Names = std::vector<std::string>;
 
-  FolderContentsFixture() : contents(FolderContentsProvider::create()) {
+  FolderContentsFixture() {
     files().makeFolder(folder);
+    makeSystemFolders(files());
+    contents = FolderContentsProvider::create();
   }
 
   SimulatedFileSystem& files() { return platform.fileSystem(); }
