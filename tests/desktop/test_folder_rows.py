@@ -11,8 +11,9 @@ from test_rows import BESIDE_ROWS
 FOLDER_CONTENTS = 3
 # Of the row's own menu, from its end.
 FILES_FIRST, ASCENDING = 2, 4
-# Buttons of a row without a folder, all that there are, and the place of one.
-CHOOSER = 12
+# Buttons of a row without a folder: the home, all applications, "Documents", the library, and that
+# for any other. The place of one.
+CHOOSER = 5
 QUESTION = "Move Item to Trash"
 DOCUMENTS = 2
 RED, GREEN, BLUE = "d02020", "20b020", "2020d0"
