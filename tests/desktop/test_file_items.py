@@ -2,26 +2,16 @@
 
 import unittest
 
-from harness.session import SessionTestCase
+from test_folder_rows import FolderRowTestCase
 from test_items import RED_TINT, ItemTestCase
-from test_row_menus import MenuTestCase
-from test_rows import BESIDE_ROWS
+from test_row_menus import RIGHT
 
-# An entry of the selector menu from its top, of those that can be chosen.
-FOLDER_CONTENTS = 3
-# Buttons of a row without a folder, and the place of one.
-CHOOSER, DOCUMENTS = 12, 2
 # Entries of the menu of a text file, counted from its end.
 DECORATE, MOVE_TO_TRASH = 3, 4
 BLUE = "2020d0"
 
 
-class FileItems(MenuTestCase, ItemTestCase, SessionTestCase):
-    # Rows that are wide enough for the whole chooser, and whose icons do not shrink.
-    settings = {
-        **MenuTestCase.settings, "LowerTabRowItemHaloHeight": 83, "MaxHostViewWidthPercent": 100,
-    }
-
+class FileItems(FolderRowTestCase, ItemTestCase):
     def start_program(self):
         self.letter = self.desktop.home / "Documents/letter.txt"
         self.letter.parent.mkdir()
@@ -36,15 +26,8 @@ class FileItems(MenuTestCase, ItemTestCase, SessionTestCase):
         super().start_program()
 
     def show_documents(self):
-        """In a row below the applications, where the letter is the first icon."""
-        self.open_by_corner()
-        self.add_row()
-        self.choose_in_selector(1, 2, downs=FOLDER_CONTENTS)
-        self.wait_menu_gone()
-        self.panel = self.panel.with_count(CHOOSER)
-        self.wait_still(self.panel.row_area(1, 2))
-        self.probe.click(self.panel.icon(DOCUMENTS, 1, 2))
-        self.probe.move(BESIDE_ROWS)
+        """The letter is the first icon of the lower row."""
+        self.choose_documents()
         # As wide as the row of applications.
         self.panel = self.panel.with_count(3)
         self.icon = self.panel.icon(0, 1, 2)
@@ -52,14 +35,15 @@ class FileItems(MenuTestCase, ItemTestCase, SessionTestCase):
         self.wait_still(self.panel.row_area(1, 2))
 
     def open_menu(self):
-        return self.open_item_menu(self.panel.halo(0, 1, 2), self.icon)
+        self.probe.click(self.point_at(0), RIGHT)
+        return self.wait_menu()
 
     def test_a_tint_shows_at_once_and_is_kept(self):
         self.show_documents()
         self.probe.click(self.tint(self.open_grids(self.open_menu(), DECORATE), 0))
         self.wait_tinted(self.icon, BLUE, RED_TINT)
         self.wait_until_menus_close()
-        self.assertEqual(self.decorations()["TintNames"], {str(self.letter): "Red"})
+        self.wait_decorations("TintNames", {str(self.letter): "Red"})
 
     def test_the_menu_moves_it_to_the_trash_if_the_user_agrees(self):
         self.show_documents()

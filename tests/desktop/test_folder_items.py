@@ -3,20 +3,14 @@
 import stat
 import unittest
 
-from harness.session import SessionTestCase
-from test_folder_rows import CHOOSER, DOCUMENTS, FOLDER_CONTENTS
-from test_row_menus import RIGHT, MenuTestCase
+from test_folder_rows import FolderRowTestCase
+from test_row_menus import RIGHT
 
 # Entries of the folder's menu from its end: two files, the folder in a row of its own, all of it.
 LAST_FILE, OPEN_ALL = 1, 4
 
 
-class FolderItems(SessionTestCase, MenuTestCase):
-    # Rows that are wide enough for the whole chooser, and whose icons do not shrink.
-    settings = {
-        **MenuTestCase.settings, "LowerTabRowItemHaloHeight": 83, "MaxHostViewWidthPercent": 100,
-    }
-
+class FolderItems(FolderRowTestCase):
     def start_program(self):
         self.folder = self.desktop.home / "Documents/letters"
         self.folder.mkdir(parents=True)
@@ -40,13 +34,7 @@ class FolderItems(SessionTestCase, MenuTestCase):
 
     def open_menu(self):
         """That of the folder, the only thing in the row of another one."""
-        self.open_by_corner()
-        self.add_row()
-        self.choose_in_selector(1, 2, downs=FOLDER_CONTENTS)
-        self.wait_menu_gone()
-        self.panel = self.panel.with_count(CHOOSER)
-        self.wait_still(self.panel.row_area(1, 2))
-        self.probe.click(self.point_at(DOCUMENTS))
+        self.choose_documents()
         # The rows are as long as that of the applications again.
         self.panel = self.panel.with_count(len(self.applications))
         self.assert_row_order(0, 2)
@@ -54,12 +42,6 @@ class FolderItems(SessionTestCase, MenuTestCase):
         self.probe.click(self.point_at(0), RIGHT)
         # It leaves the icon free, and so the pointer: only keys choose.
         self.wait_menu()
-
-    def point_at(self, index):
-        """A click is for what is selected: the item at that place of the lower row is, then."""
-        icon, halo = self.panel.icon(index, 1, 2), self.panel.halo(index, 1, 2)
-        self.assert_changes(halo, lambda: self.move_about(icon), "the pointer does not select")
-        return icon
 
     def test_all_of_it_is_opened_from_its_menu(self):
         self.open_menu()

@@ -19,12 +19,33 @@ DOCUMENTS = 2
 RED, GREEN, BLUE = "d02020", "20b020", "2020d0"
 
 
-class FolderRows(SessionTestCase, MenuTestCase):
+class FolderRowTestCase(SessionTestCase, MenuTestCase):
+    """The folder "Documents" in a row below the applications."""
+
     # Rows that are wide enough for the whole chooser, and whose icons do not shrink.
     settings = {
         **MenuTestCase.settings, "LowerTabRowItemHaloHeight": 83, "MaxHostViewWidthPercent": 100,
     }
 
+    def choose_documents(self):
+        """The pointer is beside the rows afterwards."""
+        self.open_by_corner()
+        self.add_row()
+        self.choose_in_selector(1, 2, downs=FOLDER_CONTENTS)
+        self.wait_menu_gone()
+        self.panel = self.panel.with_count(CHOOSER)
+        self.wait_still(self.panel.row_area(1, 2))
+        self.probe.click(self.point_at(DOCUMENTS))
+        self.probe.move(BESIDE_ROWS)
+
+    def point_at(self, index):
+        """A click is for what is selected: the item at that place of the lower row is, then."""
+        icon, halo = self.panel.icon(index, 1, 2), self.panel.halo(index, 1, 2)
+        self.select(halo, icon)
+        return icon
+
+
+class FolderRows(FolderRowTestCase):
     def start_program(self):
         self.folder = self.desktop.home / "Documents"
         (self.folder / "yard").mkdir(parents=True)
@@ -46,18 +67,7 @@ class FolderRows(SessionTestCase, MenuTestCase):
         os.rename(file, self.folder / file.name)
 
     def show_documents(self):
-        """In a row below the applications."""
-        self.open_by_corner()
-        self.add_row()
-        self.choose_in_selector(1, 2, downs=FOLDER_CONTENTS)
-        self.wait_menu_gone()
-        self.panel = self.panel.with_count(CHOOSER)
-        self.wait_still(self.panel.row_area(1, 2))
-        icon, halo = self.panel.icon(DOCUMENTS, 1, 2), self.panel.halo(DOCUMENTS, 1, 2)
-        # A click is for what is selected.
-        self.select(halo, icon)
-        self.probe.click(icon)
-        self.probe.move(BESIDE_ROWS)
+        self.choose_documents()
         self.assert_shows(None, RED, BLUE)
 
     def assert_shows(self, *colours):
@@ -95,9 +105,7 @@ class FolderRows(SessionTestCase, MenuTestCase):
 
     def test_an_item_is_thrown_away_by_its_menu(self):
         self.show_documents()
-        icon, halo = self.panel.icon(1, 1, 2), self.panel.halo(1, 1, 2)
-        self.select(halo, icon)
-        self.probe.click(icon, RIGHT)
+        self.probe.click(self.point_at(1), RIGHT)
         self.wait_menu()
         self.choose(ups=1)
         self.wait_for_dialog(QUESTION)
