@@ -164,6 +164,7 @@ TEST_F(TappedKeysTest, AKeyDoesNotOvertakeATabThatWasPressedBefore) {
   keyboard().press(KeyCodeReturn);
   platform.runPending();
   EXPECT_THAT(*provider->itemLog, testing::Contains("item1: invoke"));
+  platform.runFor(0.02);
   EXPECT_FALSE(isActive());
 }
 
