@@ -38,17 +38,6 @@ TEST_F(SystemFoldersTest, AFolderForApplicationsOfTheUsersOwnGivesWayToThatOfAll
   EXPECT_EQ(quillbox->filePathForSystemFolderWithID(100), "/Applications");
 }
 
-TEST_F(SystemFoldersTest, AHiddenFolderIsNone) {
-  const SystemFolders folders(files());
-  EXPECT_EQ(folders.pathForSystemFolder(12), "/home/user/Desktop");
-  EXPECT_EQ(folders.pathForSystemFolder(4711), "");
-  files().setPathForDirectory(DesktopDirectory, "/home/user/.desktop");
-  EXPECT_EQ(folders.pathForSystemFolder(12), "");
-  EXPECT_EQ(folders.filePathForSystemFolderWithID(12), "/home/user/.desktop");
-  files().setPathForDirectory(AllApplicationsDirectory, "/home/.hidden/Applications");
-  EXPECT_EQ(folders.pathForSystemFolder(100), "/Applications");
-}
-
 TEST_F(SystemFoldersTest, ContentsAreTheNamesThatAreNotHidden) {
   for (const char* name : {"b.txt", ".hidden", "a.txt"}) {
     files().putRaw(std::string("/home/user/Desktop/") + name, "");

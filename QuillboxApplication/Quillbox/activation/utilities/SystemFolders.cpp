@@ -29,11 +29,6 @@ std::string SystemFolders::filePathForSystemFolderWithID(std::int32_t folderID) 
   return path->ends_with(sharedApplications) ? sharedApplications : *path;
 }
 
-std::string SystemFolders::pathForSystemFolder(std::int32_t folderID) const {
-  const std::string path = filePathForSystemFolderWithID(folderID);
-  return lastPathComponent(path).starts_with('.') ? std::string() : path;
-}
-
 std::vector<std::string> SystemFolders::contentsForSystemFolderWithID(std::int32_t folderID) const {
   const std::string path = filePathForSystemFolderWithID(folderID);
   if (path.empty()) return {};

@@ -16,8 +16,6 @@ class SystemFolders {
   /// Empty when the user has none of that kind. The user's own folder for applications gives way to
   /// the one that all users share.
   std::string filePathForSystemFolderWithID(std::int32_t folderID) const;
-  /// The same; empty also for a hidden folder.
-  std::string pathForSystemFolder(std::int32_t folderID) const;
   /// The names of what is in it and not hidden.
   std::vector<std::string> contentsForSystemFolderWithID(std::int32_t folderID) const;
   /// A path that was stored under another user's name or on another machine, if its last part is
