@@ -4,12 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "Quillbox/Item/Downloads.h"
 #include "Quillbox/Item/FileSystemItem.h"
-#include "Quillbox/Item/FolderMenu.h"
-#include "Quillbox/Item/FolderMenuTracking.h"
 #include "Quillbox/Item/ItemInformation.h"
-#include "Quillbox/Item/RecentlyAccessedItems.h"
+#include "Quillbox/Item/folder/Downloads.h"
+#include "Quillbox/Item/folder/FolderMenu.h"
+#include "Quillbox/Item/folder/FolderMenuTracking.h"
+#include "Quillbox/Item/folder/RecentlyAccessedItems.h"
 
 namespace qb {
 

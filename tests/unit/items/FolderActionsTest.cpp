@@ -1,4 +1,4 @@
-#include "Quillbox/Item/FolderActions.h"
+#include "Quillbox/Item/folder/FolderActions.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "Quillbox/Item/DownloadsByAge.h"
+#include "Quillbox/Item/folder/DownloadsByAge.h"
 
 #include <gmock/gmock.h>
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "Quillbox/Item/Downloads.h"
+#include "Quillbox/Item/folder/Downloads.h"
 #include "Quillbox/activation/MenuItemTags.h"
 #include "support/FolderItemFixture.h"
 

@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "Quillbox/Item/FolderContents.h"
 #include "Quillbox/Item/VolumeItem.h"
+#include "Quillbox/Item/folder/FolderContents.h"
 #include "Quillbox/activation/MenuItemTags.h"
 #include "Quillbox/providers/FolderContentsProvider.h"
 #include "Quillbox/rows/TabRow.h"

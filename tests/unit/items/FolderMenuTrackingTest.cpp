@@ -1,4 +1,4 @@
-#include "Quillbox/Item/FolderMenuTracking.h"
+#include "Quillbox/Item/folder/FolderMenuTracking.h"
 
 #include <gmock/gmock.h>
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "Quillbox/Item/DownloadItem.h"
+#include "Quillbox/Item/folder/DownloadItem.h"
 #include "QuillboxCommon/views/Image.h"
 
 namespace qb {

@@ -1,13 +1,13 @@
-#include "Quillbox/Item/FolderMenuTracking.h"
+#include "Quillbox/Item/folder/FolderMenuTracking.h"
 
 #include <cstdint>
 
 #include "Platform/FileSystem.h"
 #include "Platform/KeyCodes.h"
 #include "Platform/Keyboard.h"
-#include "Quillbox/Item/DownloadsByAge.h"
-#include "Quillbox/Item/FolderContents.h"
-#include "Quillbox/Item/FolderMenu.h"
+#include "Quillbox/Item/folder/DownloadsByAge.h"
+#include "Quillbox/Item/folder/FolderContents.h"
+#include "Quillbox/Item/folder/FolderMenu.h"
 #include "Quillbox/activation/Quillbox.h"
 
 namespace qb {

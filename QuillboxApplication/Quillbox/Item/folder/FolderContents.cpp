@@ -1,4 +1,4 @@
-#include "Quillbox/Item/FolderContents.h"
+#include "Quillbox/Item/folder/FolderContents.h"
 
 #include <algorithm>
 #include <array>

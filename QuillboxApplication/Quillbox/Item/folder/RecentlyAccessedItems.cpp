@@ -1,11 +1,11 @@
-#include "Quillbox/Item/RecentlyAccessedItems.h"
+#include "Quillbox/Item/folder/RecentlyAccessedItems.h"
 
 #include <algorithm>
 #include <unordered_set>
 
 #include "Platform/FileSystem.h"
 #include "Quillbox/Item/FilePaths.h"
-#include "Quillbox/Item/FolderContents.h"
+#include "Quillbox/Item/folder/FolderContents.h"
 #include "Quillbox/activation/Quillbox.h"
 
 namespace qb {

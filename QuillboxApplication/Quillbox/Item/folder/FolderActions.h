@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "Quillbox/Item/DownloadsByAge.h"
+#include "Quillbox/Item/folder/DownloadsByAge.h"
 
 namespace qb {
 

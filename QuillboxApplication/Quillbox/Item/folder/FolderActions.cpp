@@ -1,4 +1,4 @@
-#include "Quillbox/Item/FolderActions.h"
+#include "Quillbox/Item/folder/FolderActions.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -6,7 +6,7 @@
 #include "Platform/FileSystem.h"
 #include "Platform/Trash.h"
 #include "Quillbox/Item/FilePaths.h"
-#include "Quillbox/Item/FolderContents.h"
+#include "Quillbox/Item/folder/FolderContents.h"
 #include "Quillbox/activation/Quillbox.h"
 #include "QuillboxCommon/Format.h"
 #include "QuillboxCommon/RunLoop.h"

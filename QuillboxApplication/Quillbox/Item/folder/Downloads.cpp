@@ -1,4 +1,4 @@
-#include "Quillbox/Item/Downloads.h"
+#include "Quillbox/Item/folder/Downloads.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 #include "Platform/FileSystem.h"
 #include "Platform/Graphics.h"
 #include "Quillbox/Item/FilePaths.h"
-#include "Quillbox/Item/FolderContents.h"
+#include "Quillbox/Item/folder/FolderContents.h"
 #include "Quillbox/activation/Quillbox.h"
 
 namespace qb {

@@ -1,8 +1,8 @@
-#include "Quillbox/Item/FolderMoreEntry.h"
+#include "Quillbox/Item/folder/FolderMoreEntry.h"
 
 #include "Platform/MenuPresenter.h"
 #include "Quillbox/Item/FolderItem.h"
-#include "Quillbox/Item/FolderMenu.h"
+#include "Quillbox/Item/folder/FolderMenu.h"
 #include "Quillbox/activation/Quillbox.h"
 
 namespace qb {
