@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "QuillboxCommon/PropertyList.h"
+#include "QuillboxCommon/RunLoop.h"
 
 namespace qb {
 
@@ -96,6 +97,9 @@ class Pasteboards {
   /// The user's clipboard. What this program puts there stays while the program runs and no other
   /// puts something there; what another one has put there goes with the first that is written.
   virtual std::shared_ptr<Pasteboard> generalPasteboard() = 0;
+  /// Signalled when the change count of the clipboard has grown, whichever program did it. May come
+  /// from within a question to the clipboard.
+  virtual ChangeNotice& generalPasteboardChanged() = 0;
   /// The one of that name, which every program of this user shares; made on first use. The name
   /// must not be empty.
   virtual std::shared_ptr<Pasteboard> pasteboardWithName(const std::string& name) = 0;

@@ -17,7 +17,9 @@ class SimulatedPasteboard : public Pasteboard {
   std::int64_t clearContents() override {
     items_.clear();
     isOfAnotherProgram_ = false;
-    return ++changeCount_;
+    ++changeCount_;
+    changed_.signal();
+    return changeCount_;
   }
   bool setData(const PropertyList::Data& data, const std::string& type) override {
     if (writesFail_) return false;
@@ -60,6 +62,7 @@ class SimulatedPasteboard : public Pasteboard {
     isOfAnotherProgram_ = true;
   }
   void setWritesFail(bool fail) { writesFail_ = fail; }
+  ChangeNotice& changed() { return changed_; }
   const std::vector<PasteboardContents>& items() const { return items_; }
 
  private:
@@ -70,12 +73,14 @@ class SimulatedPasteboard : public Pasteboard {
   std::vector<PasteboardContents> items_;
   bool isOfAnotherProgram_ = false;
   std::int64_t changeCount_ = 0;
+  ChangeNotice changed_;
   bool writesFail_ = false;
 };
 
 class SimulatedPasteboards : public Pasteboards {
  public:
   std::shared_ptr<Pasteboard> generalPasteboard() override { return general_; }
+  ChangeNotice& generalPasteboardChanged() override { return general_->changed(); }
   std::shared_ptr<Pasteboard> pasteboardWithName(const std::string& name) override {
     auto& pasteboard = pasteboards_[name];
     if (!pasteboard) pasteboard = std::make_shared<SimulatedPasteboard>();

@@ -107,10 +107,15 @@ void DesktopClipboard::handle(const SelectionConnection::Event& event) {
   const auto& notice = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
   presentOwner_ = notice.owner;
   if (isOwn()) return;
-  ++changeCount_;
   ++foreign_->generation;
   isCleared_ = false;
   items_.clear();
+  countChange();
+}
+
+void DesktopClipboard::countChange() {
+  ++changeCount_;
+  changed_.signal();
 }
 
 std::int64_t DesktopClipboard::clearContents() {
@@ -119,7 +124,8 @@ std::int64_t DesktopClipboard::clearContents() {
   ++foreign_->generation;
   isCleared_ = true;
   publishClearingLater();
-  return ++changeCount_;
+  countChange();
+  return changeCount_;
 }
 
 void DesktopClipboard::publishClearingLater() {

@@ -29,6 +29,8 @@ class DesktopClipboard : public Pasteboard {
   bool writeObjects(const std::vector<const PasteboardWriting*>& objects) override;
   std::vector<std::shared_ptr<const PasteboardItem>> pasteboardItems() const override;
   std::int64_t changeCount() const override;
+  /// See `Pasteboards::generalPasteboardChanged`.
+  ChangeNotice& changed() { return changed_; }
 
  private:
   class ForeignItem;
@@ -44,6 +46,7 @@ class DesktopClipboard : public Pasteboard {
   void listen();
   /// Everything that has happened so far is handled then.
   void catchUp() const;
+  void countChange();
   bool publish(std::vector<PasteboardContents> items);
   void publishClearingLater();
   bool isOwn() const { return presentOwner_ == owner_.window() && presentOwner_ != XCB_NONE; }
@@ -63,6 +66,7 @@ class DesktopClipboard : public Pasteboard {
   std::vector<PasteboardContents> items_;
   bool isCleared_ = false;
   std::int64_t changeCount_ = 0;
+  ChangeNotice changed_;
   std::shared_ptr<const bool> lifeSign_ = std::make_shared<const bool>(true);
 };
 

@@ -103,7 +103,11 @@ DesktopPasteboards::DesktopPasteboards(FileSystem& fileSystem, std::string folde
 
 DesktopPasteboards::~DesktopPasteboards() = default;
 
-std::shared_ptr<Pasteboard> DesktopPasteboards::generalPasteboard() {
+std::shared_ptr<Pasteboard> DesktopPasteboards::generalPasteboard() { return clipboard(); }
+
+ChangeNotice& DesktopPasteboards::generalPasteboardChanged() { return clipboard()->changed(); }
+
+const std::shared_ptr<DesktopClipboard>& DesktopPasteboards::clipboard() {
   if (!general_) general_ = std::make_shared<DesktopClipboard>();
   return general_;
 }

@@ -9,6 +9,8 @@
 
 namespace qb {
 
+class DesktopClipboard;
+
 /// The clipboard, and named pasteboards as files of this user, one each: a dictionary of the change
 /// count and the items, each a dictionary of its data by type. Of these nothing is kept in memory,
 /// so that all programs see one content.
@@ -21,6 +23,7 @@ class DesktopPasteboards : public Pasteboards {
 
   /// Needs a QApplication on an X server.
   std::shared_ptr<Pasteboard> generalPasteboard() override;
+  ChangeNotice& generalPasteboardChanged() override;
   std::shared_ptr<Pasteboard> pasteboardWithName(const std::string& name) override;
 
   /// The file of a pasteboard: it is replaced at each change. For those who watch it.
@@ -31,9 +34,12 @@ class DesktopPasteboards : public Pasteboards {
   static std::string folderOfSession();
 
  private:
+  const std::shared_ptr<DesktopClipboard>& clipboard();
+
   FileSystem& fileSystem_;
   std::string folder_;
-  std::shared_ptr<Pasteboard> general_;
+  /// Made when it is first asked for.
+  std::shared_ptr<DesktopClipboard> general_;
   std::map<std::string, std::shared_ptr<Pasteboard>> pasteboards_;
 };
 

@@ -117,6 +117,28 @@ TEST_F(PasteboardsContract, AnotherProgramsContentTakesThePlaceOfOurs) {
   EXPECT_EQ(itemsAs(textType), std::vector<std::string>{"ours again"});
 }
 
+TEST_F(PasteboardsContract, ChangesAreSignalledWhoeverMakesThem) {
+  ChangeNotice& changed = platform_.pasteboards().generalPasteboardChanged();
+  std::uint64_t before = changed.generation();
+  clipboard_->clearContents();
+  EXPECT_EQ(changed.generation(), before + 1);
+  ASSERT_TRUE(write(textType, "ours"));
+  ASSERT_EQ(desktop_->readFromClipboard("text/plain"), "ours");
+  EXPECT_EQ(changed.generation(), before + 1) << "writing is no change of its own";
+  for (const char* theirs : {"theirs", "theirs again"}) {
+    before = changed.generation();
+    const std::int64_t count = clipboard_->changeCount();
+    desktop_->putOnClipboard({{"text/plain", theirs}});
+    // Nobody asks the clipboard anything.
+    ASSERT_TRUE(waitUntil([&] { return changed.generation() > before; }));
+    EXPECT_GT(clipboard_->changeCount(), count);
+    EXPECT_EQ(itemsAs(textType), std::vector<std::string>{theirs});
+  }
+  before = changed.generation();
+  EXPECT_EQ(itemsAs(textType), std::vector<std::string>{"theirs again"});
+  EXPECT_EQ(changed.generation(), before) << "looking changes nothing";
+}
+
 TEST_F(PasteboardsContract, AnEmptyValueIsSomething) {
   clipboard_->clearContents();
   ASSERT_TRUE(write(textType, ""));
