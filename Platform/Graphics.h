@@ -27,8 +27,10 @@ class Graphics : public TextMeasurer {
   /// draws the same each time.
   virtual Image imageWithSize(Size size, std::function<void(Canvas&)> draw) = 0;
   /// The picture in the bytes of a file such as PNG, JPEG or TIFF, a point for each of its pixels;
-  /// an empty one when there is none in them.
-  virtual Image imageWithData(const PropertyList::Data& data) = 0;
+  /// an empty one when there is none in them. Fitted into `largest` points, where that is given, it
+  /// shows all detail; no more than that is kept.
+  virtual Image imageWithData(const PropertyList::Data& data,
+                              std::optional<Size> largest = std::nullopt) = 0;
   /// The image as a PNG file, in the pixels that it is made of or, where it has none of its own,
   /// one for each point of its natural size. None for an empty image.
   virtual std::optional<PropertyList::Data> pngDataOfImage(const Image& image) const = 0;

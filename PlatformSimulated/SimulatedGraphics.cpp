@@ -80,7 +80,9 @@ Image SimulatedGraphics::imageWithSize(Size size, std::function<void(Canvas&)> d
   return Image(std::make_shared<DrawnImageSource>(size, canvas.operations()));
 }
 
-Image SimulatedGraphics::imageWithData(const PropertyList::Data& data) {
+Image SimulatedGraphics::imageWithData(const PropertyList::Data& data,
+                                       std::optional<Size> largest) {
+  largestImageWanted_ = largest;
   const std::string text(data.begin(), data.end());
   return text.starts_with(beginningOfImageData)
              ? imageNamed(text.substr(beginningOfImageData.size()))

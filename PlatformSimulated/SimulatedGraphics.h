@@ -47,7 +47,7 @@ class SimulatedGraphics : public Graphics {
   /// An image named "drawn". Draws once, at once; see `simulatedImageOperations`.
   Image imageWithSize(Size size, std::function<void(Canvas&)> draw) override;
   /// The image of that name where the bytes are "image NAME"; an empty one for others.
-  Image imageWithData(const PropertyList::Data& data) override;
+  Image imageWithData(const PropertyList::Data& data, std::optional<Size> largest) override;
   /// Such bytes.
   std::optional<PropertyList::Data> pngDataOfImage(const Image& image) const override;
   /// An image named "icon:PATH"; until it has been delivered, one named "generic icon". Both have
@@ -69,7 +69,7 @@ class SimulatedGraphics : public Graphics {
   /// While held, the pictures of files wait for `deliverImages`.
   void holdImages(bool hold) { imagesAreHeld_ = hold; }
   void deliverImages();
-  /// The wish of the last `loadImageOfFile`.
+  /// The wish of the last `loadImageOfFile` or `imageWithData`.
   std::optional<Size> largestImageWanted() const { return largestImageWanted_; }
 
   /// While held, icons wait for `deliverIcons`.

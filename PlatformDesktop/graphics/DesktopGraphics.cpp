@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFontMetricsF>
-#include <QImageReader>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
@@ -90,16 +89,11 @@ Image DesktopGraphics::imageWithSize(Size size, std::function<void(Canvas&)> dra
   return Image(std::make_shared<const DrawnImage>(size, std::move(draw)));
 }
 
-Image DesktopGraphics::imageWithData(const PropertyList::Data& data) {
-  QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()),
-                                             static_cast<qsizetype>(data.size()));
-  QBuffer buffer(&bytes);
-  QImageReader reader(&buffer);
-  reader.setAutoTransform(true);
-  QImage pixels = reader.read();
-  if (pixels.isNull()) return {};
-  const Size size{static_cast<double>(pixels.width()), static_cast<double>(pixels.height())};
-  return Image(std::make_shared<const PixelImage>(std::move(pixels), size));
+Image DesktopGraphics::imageWithData(const PropertyList::Data& data, std::optional<Size> largest) {
+  auto picture = loadPictureData(data, {largest, scale_});
+  if (!picture) return {};
+  return Image(
+      std::make_shared<const PixelImage>(std::move(picture->pixels), picture->naturalSize));
 }
 
 std::optional<PropertyList::Data> DesktopGraphics::pngDataOfImage(const Image& image) const {

@@ -35,7 +35,7 @@ class DesktopGraphics : public Graphics {
   Image imageNamed(const std::string& name) override;
   std::vector<std::string> imageNames(std::string_view prefix) const override;
   Image imageWithSize(Size size, std::function<void(Canvas&)> draw) override;
-  Image imageWithData(const PropertyList::Data& data) override;
+  Image imageWithData(const PropertyList::Data& data, std::optional<Size> largest) override;
   std::optional<PropertyList::Data> pngDataOfImage(const Image& image) const override;
   Image iconForFile(const std::string& path, std::function<void(const Image&)> update) override;
   void freeIconForFile(const std::string& path) override;

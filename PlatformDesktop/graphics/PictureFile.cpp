@@ -43,8 +43,8 @@ QSize pixelsFor(QSize all, const PictureDetail& detail) {
   return wanted.boundedTo(all).expandedTo({1, 1});
 }
 
-std::optional<LoadedPicture> loadImage(QFile& file, const PictureDetail& detail) {
-  QImageReader reader(&file);
+std::optional<LoadedPicture> loadImage(QIODevice& bytes, const PictureDetail& detail) {
+  QImageReader reader(&bytes);
   reader.setDecideFormatFromContent(true);
   reader.setAutoTransform(true);
   const QSize stored = reader.size();
@@ -80,6 +80,15 @@ std::optional<LoadedPicture> loadPictureFile(const std::string& path, const Pict
   const bool isPdf =
       QFileInfo(qtString(path)).suffix().compare(QLatin1String("pdf"), Qt::CaseInsensitive) == 0;
   return isPdf ? loadFirstPageOfPdf(path, detail) : loadImage(file, detail);
+}
+
+std::optional<LoadedPicture> loadPictureData(const PropertyList::Data& data,
+                                             const PictureDetail& detail) {
+  QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()),
+                                             static_cast<qsizetype>(data.size()));
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::ReadOnly);
+  return loadImage(buffer, detail);
 }
 
 PropertyList::Data pngOfPictureFile(const std::string& path) {

@@ -29,6 +29,10 @@ struct PictureDetail {
 /// cannot be read, is damaged, or decodes to more than 128 MiB. Any thread; may take seconds.
 std::optional<LoadedPicture> loadPictureFile(const std::string& path, const PictureDetail& detail);
 
+/// The same for the bytes of an image file.
+std::optional<LoadedPicture> loadPictureData(const PropertyList::Data& data,
+                                             const PictureDetail& detail);
+
 /// Of such a file in all of its detail. No bytes for none.
 PropertyList::Data pngOfPictureFile(const std::string& path);
 

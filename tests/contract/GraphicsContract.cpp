@@ -152,6 +152,20 @@ TEST_F(GraphicsContract, APictureGoesIntoBytesAndComesOutOfThem) {
   EXPECT_EQ(platform_.graphics().pngDataOfImage({}), std::nullopt);
 }
 
+TEST_F(GraphicsContract, InLessDetailAPictureInBytesHasItsSizeToo) {
+  const Image drawn = platform_.graphics().imageWithSize(
+      {32, 32}, [](Canvas& canvas) { canvas.fill(Rect::make(0, 0, 32, 32), Color::black()); });
+  const auto data = platform_.graphics().pngDataOfImage(drawn);
+  ASSERT_TRUE(data);
+  for (const double edge : {8.0, 1000.0}) {
+    const Image read = platform_.graphics().imageWithData(*data, Size{edge, edge});
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read.size().width, 32);
+    EXPECT_EQ(read.size().height, 32);
+  }
+  EXPECT_FALSE(platform_.graphics().imageWithData({}, Size{8, 8}));
+}
+
 TEST_F(GraphicsContract, BytesThatAreNoPictureGiveNone) {
   EXPECT_FALSE(platform_.graphics().imageWithData({}));
   EXPECT_FALSE(platform_.graphics().imageWithData({0x89, 'P', 'N', 'G', 13, 10}));

@@ -121,7 +121,9 @@ Image Cubby::imageContents() const { return quillbox->platform().graphics().imag
 Image Cubby::popUpViewImageWithMaximumSize(Size maximumSize, std::size_t maximumLength,
                                            const Color& backgroundColor) const {
   Image image = textPreview(maximumSize, maximumLength, backgroundColor);
-  if (!image && isImage()) image = imageContents();
+  if (!image && isImage()) {
+    image = quillbox->platform().graphics().imageWithData(data_, maximumSize);
+  }
   if (!image) image = quillbox->imageNamed("UnknownClipboardItem");
   ImageManager::scaleImage(image, maximumSize, false);
   return image;

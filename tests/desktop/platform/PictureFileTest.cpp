@@ -67,6 +67,21 @@ TEST_F(PictureFileTest, NoMoreDetailIsKeptThanShows) {
   }
 }
 
+TEST_F(PictureFileTest, BytesAreReadLikeAFile) {
+  const std::string bytes = bytesOf(twoColors(1600, 800), "TIFF");
+  const PropertyList::Data data(bytes.begin(), bytes.end());
+  const auto all = loadPictureData(data, allOfIt);
+  ASSERT_TRUE(all);
+  EXPECT_EQ(all->pixels.size(), QSize(1600, 800));
+  const auto small = loadPictureData(data, {Size{100, 100}, 2});
+  ASSERT_TRUE(small);
+  EXPECT_EQ(small->pixels.size(), QSize(200, 100));
+  EXPECT_EQ(small->naturalSize, (Size{1600, 800}));
+  EXPECT_GT(small->pixels.pixelColor(5, 5).red(), 250);
+  EXPECT_FALSE(loadPictureData({}, allOfIt));
+  EXPECT_FALSE(loadPictureData({'n', 'o'}, allOfIt));
+}
+
 TEST_F(PictureFileTest, APhotographStandsUpright) {
   // A camera that was held on its side says so ahead of the picture.
   const std::string turned(

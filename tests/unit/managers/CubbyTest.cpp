@@ -194,6 +194,7 @@ TEST_F(CubbyTest, AnImageIsKeptAsPng) {
 
 TEST_F(CubbyTest, ImageContentsDoNotAskForTheType) {
   EXPECT_EQ(simulatedImageName(plain("image Picture").imageContents()), "Picture");
+  EXPECT_EQ(platform.graphics().largestImageWanted(), std::nullopt) << "all of it";
   EXPECT_FALSE(Cubby("public.png", dataOf("damaged")).imageContents());
 }
 
@@ -296,6 +297,7 @@ TEST_F(CubbyTest, AnImageIsItsOwnPreviewShrunkButNeverEnlarged) {
   const Image large = preview(Cubby("public.tiff", dataOf("image Large")));
   EXPECT_EQ(simulatedImageName(large), "Large");
   EXPECT_EQ(large.size(), (Size{200, 50}));
+  EXPECT_EQ(platform.graphics().largestImageWanted(), (Size{200, 100})) << "no more detail";
   platform.graphics().setImageSize("Small", {20, 10});
   EXPECT_EQ(preview(Cubby("public.jpeg", dataOf("image Small"))).size(), (Size{20, 10}));
 }
