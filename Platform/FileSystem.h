@@ -47,6 +47,9 @@ enum SearchPathDirectory : std::int32_t {
   AllApplicationsDirectory = 100,
 };
 
+/// Who can look into a folder: those whom the user lets see new files, or nobody but the user.
+enum class FolderAccess { Usual, Private };
+
 /// What becomes of something that has the name which something else is to take.
 enum class PresentItem { Stays, IsReplaced };
 
@@ -58,8 +61,11 @@ class FileSystem {
   virtual std::string stringByExpandingTildeInPath(const std::string& path) const = 0;
   virtual bool fileExistsAtPath(const std::string& path) const = 0;
   virtual bool removeItemAtPath(const std::string& path) = 0;
-  /// Makes the folder and those on the way to it. True when it is there afterwards.
-  virtual bool createDirectoryAtPath(const std::string& path) = 0;
+  /// Makes the folder and those on the way to it. True when it is there afterwards. One that is to
+  /// be private is so from its beginning, and becomes so when it was there before; those on the way
+  /// to it stay or get what is usual.
+  virtual bool createDirectoryAtPath(const std::string& path,
+                                     FolderAccess access = FolderAccess::Usual) = 0;
   /// The user's folder for what programs keep between their runs; made when it is missing. On this
   /// desktop the XDG data home.
   virtual std::string applicationSupportDirectory() = 0;
@@ -91,7 +97,7 @@ class FileSystem {
                                                                std::size_t length) const = 0;
 
   /// Reads a property list, XML or binary, whose root is a dictionary. None when the file is
-  /// missing or is anything else; the file is left as it is.
+  /// missing, larger than 96 MiB or is anything else; the file is left as it is.
   virtual std::optional<PropertyList> dictionaryWithContentsOfFile(
       const std::string& path) const = 0;
   /// The same for a root that is an array.

@@ -78,22 +78,24 @@ bool SimulatedFileSystem::removeItemAtPath(const std::string& path) {
   std::erase_if(links_, [&goes](const auto& link) { return goes(link.first); });
   std::erase_if(dates_, [&goes](const auto& dates) { return goes(dates.first); });
   std::erase_if(folders_, goes);
+  std::erase_if(private_, goes);
   noteEntry(path);
   return true;
 }
 
-bool SimulatedFileSystem::createDirectoryAtPath(const std::string& path) {
+bool SimulatedFileSystem::createDirectoryAtPath(const std::string& path, FolderAccess access) {
   if (writesFail_ || path.empty()) return false;
   for (std::string folder = path; !folder.empty() && folder != "/"; folder = folderOf(folder)) {
     if (files_.contains(folder)) return false;
   }
   makeFolder(path);
+  if (access == FolderAccess::Private) private_.insert(path);
   return true;
 }
 
 std::string SimulatedFileSystem::applicationSupportDirectory() {
   const std::string path = std::string(home) + "/.local/share";
-  createDirectoryAtPath(path);
+  createDirectoryAtPath(path, FolderAccess::Usual);
   return path;
 }
 

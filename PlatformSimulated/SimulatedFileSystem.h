@@ -28,7 +28,7 @@ class SimulatedFileSystem : public FileSystem {
   bool fileExistsAtPath(const std::string& path) const override;
   /// Takes a folder with all that is in it.
   bool removeItemAtPath(const std::string& path) override;
-  bool createDirectoryAtPath(const std::string& path) override;
+  bool createDirectoryAtPath(const std::string& path, FolderAccess access) override;
   /// "/home/user/.local/share".
   std::string applicationSupportDirectory() override;
   /// Raw files only.
@@ -69,6 +69,9 @@ class SimulatedFileSystem : public FileSystem {
   std::optional<std::string> raw(const std::string& path) const;
   /// The paths of all files, sorted.
   std::vector<std::string> paths() const;
+
+  /// It has been made private.
+  bool isPrivate(const std::string& folder) const { return private_.contains(folder); }
 
   /// Told of each path at which something has come, gone or been replaced.
   using EntryObserver = std::function<void(const std::string& path)>;
@@ -112,7 +115,7 @@ class SimulatedFileSystem : public FileSystem {
   std::map<std::string, Dates> dates_;
   std::set<std::string> folders_{"/", "/home", "/home/user"};
   std::set<std::string> volumes_{"/"};
-  std::set<std::string> readOnly_;
+  std::set<std::string> readOnly_, private_;
   std::map<SearchPathDirectory, std::optional<std::string>> directories_;
   std::map<std::string, int> writes_;
   bool writesFail_ = false;

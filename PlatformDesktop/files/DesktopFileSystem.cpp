@@ -29,6 +29,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t largestFile = 32 << 20;
+/// As text they take more than what they hold, which is as much as a clipboard does.
+constexpr std::size_t largestPropertyList = 96 << 20;
 /// Folders that came from a system where users take them for one file.
 constexpr std::array packageExtensions = {".app", ".rtfd"};
 
@@ -92,7 +94,7 @@ std::optional<PropertyList> listWithContentsOfFile(const std::string& path,
   std::error_code error;
   // A pipe would never end.
   if (!fs::is_regular_file(path, error)) return std::nullopt;
-  auto contents = readPropertyList(contentsOfFile(path, largestFile));
+  auto contents = readPropertyList(contentsOfFile(path, largestPropertyList));
   if (!contents || contents->kind() != kind) return std::nullopt;
   return contents;
 }
@@ -119,10 +121,17 @@ bool DesktopFileSystem::removeItemAtPath(const std::string& path) {
   return !path.empty() && removeTree(path);
 }
 
-bool DesktopFileSystem::createDirectoryAtPath(const std::string& path) {
+bool DesktopFileSystem::createDirectoryAtPath(const std::string& path, FolderAccess access) {
   std::error_code error;
-  fs::create_directories(path, error);
-  return fs::is_directory(path, error);
+  if (access == FolderAccess::Usual) {
+    fs::create_directories(path, error);
+    return fs::is_directory(path, error);
+  }
+  fs::create_directories(fs::path(path).parent_path(), error);
+  mkdir(path.c_str(), S_IRWXU);
+  if (!fs::is_directory(path, error)) return false;
+  fs::permissions(path, fs::perms::owner_all, error);
+  return true;
 }
 
 std::string DesktopFileSystem::applicationSupportDirectory() {

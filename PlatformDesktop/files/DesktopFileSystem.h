@@ -13,7 +13,8 @@ class DesktopFileSystem : public FileSystem {
   std::string stringByExpandingTildeInPath(const std::string& path) const override;
   bool fileExistsAtPath(const std::string& path) const override;
   bool removeItemAtPath(const std::string& path) override;
-  bool createDirectoryAtPath(const std::string& path) override;
+  bool createDirectoryAtPath(const std::string& path,
+                             FolderAccess access = FolderAccess::Usual) override;
   std::string applicationSupportDirectory() override;
   std::optional<std::string> stringWithContentsOfFile(const std::string& path) const override;
   std::optional<std::string> stringWithBeginningOfFile(const std::string& path,

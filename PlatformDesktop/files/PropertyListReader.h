@@ -32,7 +32,7 @@ class PropertyListBudget {
 
  private:
   static constexpr std::size_t maximumValues = 1'000'000;
-  static constexpr std::size_t maximumBytes = 64 << 20;
+  static constexpr std::size_t maximumBytes = 96 << 20;
   std::size_t values_ = 0, bytes_ = 0;
 };
 

@@ -70,17 +70,17 @@ std::string dateText(PropertyList::Date date) {
       .toStdString();
 }
 
-std::string base64(const PropertyList::Data& data) {
-  return QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()),
-                                 static_cast<qsizetype>(data.size()))
-      .toBase64()
-      .toStdString();
-}
-
 void write(std::string& out, const PropertyList& value, int depth);
 
-void writeElement(std::string& out, std::string_view name, const std::string& text) {
+void writeElement(std::string& out, std::string_view name, std::string_view text) {
   out.append("<").append(name).append(">").append(text).append("</").append(name).append(">\n");
+}
+
+void writeData(std::string& out, const PropertyList::Data& data) {
+  const QByteArray text = QByteArray::fromRawData(reinterpret_cast<const char*>(data.data()),
+                                                  static_cast<qsizetype>(data.size()))
+                              .toBase64();
+  writeElement(out, "data", {text.constData(), static_cast<std::size_t>(text.size())});
 }
 
 void writeIndent(std::string& out, int depth) { out.append(static_cast<std::size_t>(depth), '\t'); }
@@ -136,7 +136,7 @@ void write(std::string& out, const PropertyList& value, int depth) {
       writeElement(out, "date", dateText(value.dateValue()));
       break;
     case PropertyList::Kind::Data:
-      writeElement(out, "data", base64(value.dataValue()));
+      writeData(out, value.dataValue());
       break;
     case PropertyList::Kind::Array:
       writeArray(out, value, depth);

@@ -94,7 +94,8 @@ class XmlReader {
   }
 
   static std::optional<PropertyList> readData(const std::string& text) {
-    const QByteArray bytes = QByteArray::fromBase64(QByteArray::fromStdString(text));
+    const QByteArray bytes = QByteArray::fromBase64(
+        QByteArray::fromRawData(text.data(), static_cast<qsizetype>(text.size())));
     return PropertyList(PropertyList::Data(bytes.begin(), bytes.end()));
   }
 

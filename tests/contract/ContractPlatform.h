@@ -92,6 +92,8 @@ class ContractPlatform {
   virtual bool rawFileHas(const std::string& path, const std::string& contents) = 0;
   /// The names of the files that lie directly in a folder, sorted.
   virtual std::vector<std::string> filesIn(const std::string& folder) = 0;
+  /// Whether anybody but this user can look into an existing folder.
+  virtual bool othersCanLookInto(const std::string& folder) = 0;
   /// How much the trash holds, counting a folder as one.
   virtual std::size_t numberOfThingsInTrash() = 0;
   /// While true nothing can be written, as on a full disk.

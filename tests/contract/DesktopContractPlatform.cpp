@@ -309,6 +309,10 @@ class DesktopContractPlatform : public ContractPlatform {
     std::sort(names.begin(), names.end());
     return names;
   }
+  bool othersCanLookInto(const std::string& folder) override {
+    return (fs::status(folder).permissions() & (fs::perms::group_all | fs::perms::others_all)) !=
+           fs::perms::none;
+  }
   std::size_t numberOfThingsInTrash() override {
     const fs::path files = Desk::instance().folder(".local/share") + "/Trash/files";
     if (!fs::exists(files)) return 0;

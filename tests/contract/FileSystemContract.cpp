@@ -178,6 +178,21 @@ TEST_F(FileSystemContract, RemovingTakesTheFile) {
   EXPECT_THAT(desktop_->filesIn(desktop_->folder()), IsEmpty());
 }
 
+TEST_F(FileSystemContract, APrivateFolderIsOnlyTheUsers) {
+  ASSERT_TRUE(files().createDirectoryAtPath(path("usual")));
+  EXPECT_TRUE(desktop_->othersCanLookInto(path("usual")));
+  ASSERT_TRUE(files().createDirectoryAtPath(path("way/private"), FolderAccess::Private));
+  EXPECT_FALSE(desktop_->othersCanLookInto(path("way/private")));
+  EXPECT_TRUE(desktop_->othersCanLookInto(path("way")));
+  ASSERT_TRUE(files().createDirectoryAtPath(path("usual"), FolderAccess::Private));
+  EXPECT_FALSE(desktop_->othersCanLookInto(path("usual")));
+  ASSERT_TRUE(files().createDirectoryAtPath(path("usual")));
+  EXPECT_FALSE(desktop_->othersCanLookInto(path("usual"))) << "it stays as it is";
+  desktop_->writeRawFile(path("file"), "text");
+  EXPECT_FALSE(files().createDirectoryAtPath(path("file"), FolderAccess::Private));
+  EXPECT_TRUE(desktop_->rawFileHas(path("file"), "text"));
+}
+
 TEST_F(FileSystemContract, WhatThingsAreIsToldByTheirFlags) {
   desktop_->writeRawFile(path("a.txt"), "text");
   desktop_->writeRawFile(path(".hidden"), "text");

@@ -120,6 +120,9 @@ class SimulatedContractPlatform : public ContractPlatform {
     }
     return names;
   }
+  bool othersCanLookInto(const std::string& folder) override {
+    return !simulated_.fileSystem().isPrivate(folder);
+  }
   std::size_t numberOfThingsInTrash() override { return simulated_.trash().paths().size(); }
   void setDiskIsFull(bool full) override { simulated_.fileSystem().setWritesFail(full); }
 

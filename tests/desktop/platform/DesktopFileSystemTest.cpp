@@ -35,6 +35,14 @@ TEST_F(DesktopFileSystemTest, OnlyTheUserMayReadWhatIsWritten) {
   EXPECT_EQ(modeOf(folder_.path("a.plist")), 0600U);
 }
 
+TEST_F(DesktopFileSystemTest, AsMuchAsAClipboardHoldsIsReadBack) {
+  PropertyList::Data data(64 << 20);
+  for (std::size_t at = 0; at < data.size(); at += 4099) data[at] = static_cast<std::uint8_t>(at);
+  const PropertyList list = PropertyList::dictionary({{"Data", std::move(data)}});
+  ASSERT_TRUE(files_.writeToFile(list, folder_.path("a.plist")));
+  EXPECT_TRUE(files_.dictionaryWithContentsOfFile(folder_.path("a.plist")) == list);
+}
+
 TEST_F(DesktopFileSystemTest, ALinkStaysAndItsFileIsReplaced) {
   folder_.write("kept/real.plist", "<plist><dict/></plist>");
   std::filesystem::create_symlink(folder_.path("kept/real.plist"), folder_.path("a.plist"));
