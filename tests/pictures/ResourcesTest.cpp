@@ -32,6 +32,7 @@ TEST(ResourcesTest, EveryPictureThatIsAskedForIsThereInItsSize) {
                                               {"openinfinder", {128, 128}},
                                               {"UnknownFile", {128, 128}},
                                               {"UnknownClipboardItem", {128, 128}},
+                                              {"TextClippingIcon", {128, 128}},
                                               {"FileIcon", {128, 128}},
                                               {"Folder", {128, 128}},
                                               {"ApplicationIcon", {128, 128}},

@@ -23,6 +23,7 @@
 #include "Quillbox/activation/UtilityTimer.h"
 #include "Quillbox/activation/Welcome.h"
 #include "Quillbox/activation/shortcuts/ItemHotKeys.h"
+#include "Quillbox/managers/ClipboardManager.h"
 #include "Quillbox/rows/HostView.h"
 #include "QuillboxCommon/Log.h"
 
@@ -123,6 +124,8 @@ void AppDelegate::settingsChanged() {
     removePrimaryHotKeysForOptionTabActivationMethod();
   }
   maintainTapRules();
+  quillbox_->clipboardManager().setHistoryCaptureMode(
+      settings().clipboardManagerHistoryCaptureMode());
   hostView()->setMaximumFrame(hostViewMaximumFrame());
   hostView()->settingsChanged();
 }

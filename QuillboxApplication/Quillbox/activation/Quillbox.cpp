@@ -26,6 +26,7 @@
 #include "Quillbox/activation/utilities/ScriptFiles.h"
 #include "Quillbox/activation/utilities/SystemUtilities.h"
 #include "Quillbox/managers/ApplicationManager.h"
+#include "Quillbox/managers/ClipboardManager.h"
 #include "Quillbox/managers/DecorationManager.h"
 #include "Quillbox/managers/DockManager.h"
 #include "Quillbox/managers/ImageManager.h"
@@ -64,6 +65,7 @@ Quillbox::Quillbox(AppDelegate& appDelegate, Platform& platform)
   dialogs_ = std::make_unique<QuillboxDialogs>(*this);
   dragOperations_ = std::make_unique<DragOperations>(*this);
   popUpViews_ = std::make_unique<PopUpViews>(*this);
+  clipboardManager_ = ClipboardManager::create(platform.fileSystem(), platform.pasteboards());
   itemHotKeys_ = std::make_unique<ItemHotKeys>(*this);
   maintainItemHotKeys();
   notifications_ = std::make_unique<QuillboxNotifications>(*this);

@@ -21,6 +21,7 @@ namespace qb {
 class AccessibilityAccess;
 class AppDelegate;
 class ApplicationManager;
+class ClipboardManager;
 class Cubby;
 class DecorationManager;
 class DockManager;
@@ -67,6 +68,7 @@ class Quillbox {
   DockManager& dockManager() { return *dockManager_; }
   ImageManager& imageManager() { return *imageManager_; }
   DecorationManager& decorationManager() { return *decorationManager_; }
+  ClipboardManager& clipboardManager() { return *clipboardManager_; }
   Settings& settings() { return *settings_; }
   ItemHotKeys& itemHotKeys() { return *itemHotKeys_; }
   /// None before the panel is made.
@@ -271,6 +273,7 @@ class Quillbox {
   std::unique_ptr<ScriptFiles> scriptFiles_;
   std::vector<Item*> registeredItems_;
   WeakList<EventListener> eventListeners_;
+  std::shared_ptr<ClipboardManager> clipboardManager_;
   std::unique_ptr<ItemHotKeys> itemHotKeys_;
   std::unique_ptr<SavedDictionaries> savedDictionaries_;
   std::unique_ptr<QuillboxNotifications> notifications_;
