@@ -1,27 +1,48 @@
 // Another program with a clipboard:
 //
 //   clipboardclient offer TYPE FILE...   has these until it is ended; says "offered" when it has
-//   them clipboardclient read TYPE            writes what is there under that name; fails when
-//   there is none
+//                                        them, and "gives TYPE" whenever it is asked for one
+//   clipboardclient hang TYPE FILE...    the same, but is stopped by the first question for one
+//   clipboardclient read TYPE            writes what is there under that name; fails when there is
+//                                        none
 #include <QClipboard>
 #include <QFile>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <csignal>
 #include <cstdio>
 #include <memory>
 
 namespace {
 
-int offer(const QStringList& words) {
-  auto data = std::make_unique<QMimeData>();
+void say(const QString& line) {
+  std::puts(qPrintable(line));
+  std::fflush(stdout);
+}
+
+class Offer : public QMimeData {
+ public:
+  explicit Offer(bool hangs) : hangs_(hangs) {}
+
+ private:
+  QVariant retrieveData(const QString& type, QMetaType preferred) const override {
+    say("gives " + type);
+    if (hangs_) std::raise(SIGSTOP);
+    return QMimeData::retrieveData(type, preferred);
+  }
+
+  bool hangs_;
+};
+
+int offer(const QStringList& words, bool hangs) {
+  auto data = std::make_unique<Offer>(hangs);
   for (int at = 2; at + 1 < words.size(); at += 2) {
     QFile file(words[at + 1]);
     if (!file.open(QIODevice::ReadOnly)) return 1;
     data->setData(words[at], file.readAll());
   }
   QGuiApplication::clipboard()->setMimeData(data.release());
-  std::puts("offered");
-  std::fflush(stdout);
+  say("offered");
   return QGuiApplication::exec();
 }
 
@@ -38,7 +59,8 @@ int read(const QString& type) {
 int main(int argc, char* argv[]) {
   const QGuiApplication application(argc, argv);
   const QStringList words = QGuiApplication::arguments();
-  if (words.size() > 3 && words[1] == "offer") return offer(words);
+  if (words.size() > 3 && words[1] == "offer") return offer(words, false);
+  if (words.size() > 3 && words[1] == "hang") return offer(words, true);
   if (words.size() == 3 && words[1] == "read") return read(words[2]);
   return 2;
 }
