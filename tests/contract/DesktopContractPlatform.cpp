@@ -158,10 +158,7 @@ class DesktopContractPlatform : public ContractPlatform {
 
   ~DesktopContractPlatform() override {
     clients_.clear();
-    if (clipboardOwner_) {
-      clipboardOwner_->kill();
-      clipboardOwner_->waitForFinished();
-    }
+    endClipboardOwner();
     // Those that the platform itself has launched.
     for (const auto& launched :
          platform_->workspace().runningApplicationsWithBundleIdentifier(clientBundleIdentifier())) {
@@ -271,9 +268,11 @@ class DesktopContractPlatform : public ContractPlatform {
       writeRawFile(file, data);
       words << QString::fromStdString(name) << QString::fromStdString(file);
     }
-    clipboardOwner_ = std::make_unique<QProcess>();
-    clipboardOwner_->start(CONTRACT_CLIPBOARD_CLIENT, words);
-    waitUntil([&] { return clipboardOwner_->canReadLine(); });
+    auto owner = std::make_unique<QProcess>();
+    owner->start(CONTRACT_CLIPBOARD_CLIENT, words);
+    waitUntil([&] { return owner->canReadLine(); });
+    endClipboardOwner();
+    clipboardOwner_ = std::move(owner);
   }
   std::optional<std::string> readFromClipboard(const std::string& name) override {
     QProcess reader;
@@ -342,6 +341,11 @@ class DesktopContractPlatform : public ContractPlatform {
   }
 
  private:
+  void endClipboardOwner() {
+    if (!clipboardOwner_) return;
+    clipboardOwner_->kill();
+    clipboardOwner_->waitForFinished();
+  }
   static Color colorOf(const QColor& color) {
     return Color::colorWithCalibratedRed(color.redF(), color.greenF(), color.blueF(),
                                          color.alphaF());
