@@ -1,10 +1,11 @@
 #include "PlatformDesktop/session/DesktopUserNotifications.h"
 
+#include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusVirtualObject>
 
 #include "DialogDesk.h"
+#include "NotificationDaemon.h"
 #include "PrivateBus.h"
 #include "QuillboxCommon/Log.h"
 
@@ -24,17 +25,6 @@ class LogLines : public LogSink {
 
  private:
   LogSink* previous_;
-};
-
-class Daemon : public QDBusVirtualObject {
- public:
-  QList<QVariant> arguments;
-  QString introspect(const QString&) const override { return {}; }
-  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
-    if (message.member() != "Notify") return false;
-    arguments = message.arguments();
-    return connection.send(message.createReply(1U));
-  }
 };
 
 /// This process is the front one if `inFront`.
@@ -62,6 +52,8 @@ class UserNotificationsTest : public DialogDesk {
  protected:
   LogLines log;
   FewProcesses processes;
+  QList<QVariant> notified;
+  NotificationDaemon daemon{[this](const QList<QVariant>& arguments) { notified = arguments; }};
   const UserNotification notification{"Copied", "1 < 2 & 3", UserNotificationDefaultSoundName};
 };
 
@@ -69,34 +61,33 @@ TEST_F(UserNotificationsTest, ADaemonGetsTitleDetailsAndSound) {
   PrivateBus daemonBus;
   ASSERT_FALSE(daemonBus.address().isEmpty());
   QDBusConnection connection = QDBusConnection::connectToBus(daemonBus.address(), "daemon");
-  Daemon daemon;
-  ASSERT_TRUE(connection.registerVirtualObject("/org/freedesktop/Notifications", &daemon));
-  ASSERT_TRUE(connection.registerService("org.freedesktop.Notifications"));
+  ASSERT_TRUE(daemon.serve(connection));
   SessionBus bus(daemonBus.address());
   DesktopUserNotifications notifications(bus, processes);
   notifications.deliverNotification(notification);
-  EXPECT_TRUE(waitFor([&] { return !daemon.arguments.isEmpty(); }));
-  ASSERT_EQ(daemon.arguments.size(), 8);
-  EXPECT_EQ(daemon.arguments[0].toString(), "Quillbox");
-  EXPECT_EQ(daemon.arguments[3].toString(), "Copied");
-  EXPECT_EQ(daemon.arguments[4].toString(), "1 &lt; 2 &amp; 3");
+  EXPECT_TRUE(waitFor([&] { return !notified.isEmpty(); }));
+  ASSERT_EQ(notified.size(), 8);
+  EXPECT_EQ(notified[0].toString(), "Quillbox");
+  EXPECT_EQ(notified[3].toString(), "Copied");
+  EXPECT_EQ(notified[4].toString(), "1 &lt; 2 &amp; 3");
+  const auto hints = qdbus_cast<QVariantMap>(notified[6]);
+  EXPECT_EQ(hints.value("sound-name").toString(), "message");
+  EXPECT_EQ(hints.value("desktop-entry").toString(), "quillbox");
   QDBusConnection::disconnectFromBus("daemon");
 }
 
 TEST_F(UserNotificationsTest, InFrontItIsShownOnlyWhenWanted) {
   PrivateBus daemonBus;
   QDBusConnection connection = QDBusConnection::connectToBus(daemonBus.address(), "daemon");
-  Daemon daemon;
-  ASSERT_TRUE(connection.registerVirtualObject("/org/freedesktop/Notifications", &daemon));
-  ASSERT_TRUE(connection.registerService("org.freedesktop.Notifications"));
+  ASSERT_TRUE(daemon.serve(connection));
   SessionBus bus(daemonBus.address());
   DesktopUserNotifications notifications(bus, processes);
   processes.inFront = true;
   notifications.deliverNotification({"Unwanted", "", ""});
   notifications.setShouldPresent([](const UserNotification&) { return true; });
   notifications.deliverNotification({"Wanted", "", ""});
-  EXPECT_TRUE(waitFor([&] { return !daemon.arguments.isEmpty(); }));
-  EXPECT_EQ(daemon.arguments.at(3).toString(), "Wanted");
+  EXPECT_TRUE(waitFor([&] { return !notified.isEmpty(); }));
+  EXPECT_EQ(notified.at(3).toString(), "Wanted");
   QDBusConnection::disconnectFromBus("daemon");
 }
 

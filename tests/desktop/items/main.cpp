@@ -1,6 +1,7 @@
 // The resident program with one more row, below the applications: three grey items, "Item 0" to
-// "Item 2" by name and identity, as a user could have made them. Says "invoked NAME". Their menus
-// have an entry besides, by which the user chooses one of three such items: says "chose NAME".
+// "Item 2" by name and identity, as a user could have made them. Says "invoked NAME", by a
+// notification of the desktop too. Their menus have an entry besides, by which the user chooses one
+// of three such items: says "chose NAME".
 #include <memory>
 #include <string>
 #include <vector>
@@ -37,7 +38,10 @@ class GreyItem : public qb::CustomItem {
       canvas.fill(qb::Rect{{0, 0}, pictureSize}, grey);
     });
   }
-  void invoke() override { qb::log("invoked " + name()); }
+  void invoke() override {
+    qb::log("invoked " + name());
+    qb::quillbox->displaySystemNotificationWithTitle("Item Invoked", "It was <" + name() + ">.");
+  }
   MenuItems configureMenuItems() override {
     MenuItems items = CustomItem::configureMenuItems();
     items.insert(items.begin() + 2,
