@@ -13,6 +13,7 @@
 #include "PlatformDesktop/DesktopPlatform.h"
 #include "PlatformDesktop/InstanceLock.h"
 #include "PlatformDesktop/StandardErrorLog.h"
+#include "PlatformDesktop/session/SilentBus.h"
 #include "Quillbox/activation/AppDelegate.h"
 #include "QuillboxCommon/Log.h"
 
@@ -119,6 +120,7 @@ int main(int argc, char* argv[]) {
   const auto lock = qb::InstanceLock::acquire(failure);
   if (!lock) return endWithoutLock(failure);
   endLoopOnSignals();
+  qb::turnSilentSessionBusOff();
   if (const std::string missing = whatInputLacks(); !missing.empty()) {
     return fail(ExitStatusDisplayLacksExtension, missing);
   }

@@ -8,6 +8,7 @@
 #include "PlatformDesktop/StandardErrorLog.h"
 #include "PlatformDesktop/graphics/ProgramIcon.h"
 #include "PlatformDesktop/session/ColorScheme.h"
+#include "PlatformDesktop/session/SilentBus.h"
 #include "QuillboxPreferences/PreferencesModel.h"
 #include "QuillboxPreferences/PreferencesWindow.h"
 #include "QuillboxPreferences/SingleInstance.h"
@@ -15,6 +16,7 @@
 
 int main(int argc, char** argv) {
   const qb::StandardErrorLog log;
+  qb::turnSilentSessionBusOff();
   QApplication application(argc, argv);
   // What is written to files must not depend on the user's language.
   std::setlocale(LC_NUMERIC, "C");

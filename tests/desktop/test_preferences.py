@@ -1,11 +1,16 @@
 """The preference program, and what other programs of the session change."""
 
+import os
+import signal
 import subprocess
 import unittest
 
 from harness import DEADLINE
 from harness.case import SHORT, DesktopTestCase
 from harness.session import PREFERENCES, SessionTestCase
+
+NO_BUS = "No session bus ("
+SILENT_BUS = "The session bus does not answer, so Quillbox goes on without it."
 
 
 class PreferenceProgram(SessionTestCase):
@@ -67,11 +72,38 @@ class SettingsOfAnotherProcess(SessionTestCase):
 class NoSessionBus(DesktopTestCase):
     def test_is_logged_once_and_all_else_works(self):
         self.assertIsNotNone(
-            self.program.wait_for_line(lambda line: line.startswith("No session bus (")))
+            self.program.wait_for_line(lambda line: line.startswith(NO_BUS)))
         self.super_tab()
         self.assert_active("Alpha")
-        lines = [line for line in self.program.lines if line.startswith("No session bus (")]
+        lines = [line for line in self.program.lines if line.startswith(NO_BUS)]
         self.assertEqual(len(lines), 1)
+
+
+class SilentSessionBus(SessionTestCase):
+    """It takes whatever is sent to it and never answers."""
+
+    def start_program(self):
+        os.kill(self.bus.pid, signal.SIGSTOP)
+        self.addCleanup(os.kill, self.bus.pid, signal.SIGCONT)
+        super().start_program()
+
+    def test_is_done_without(self):
+        self.super_tab()
+        self.assert_active("Alpha")
+        self.assertEqual(self.program.lines.count(SILENT_BUS), 1)
+        self.program.terminate()
+        self.assertEqual(self.program.wait(), 0)
+
+    def test_dialog_comes_all_the_same(self):
+        self.wait(self.information.exists, "the access is not looked at")
+        self.deny_access(True)
+        self.answer_dialog("Quillbox Loss in Functionality")
+        self.assert_super_tab_passes_on(self.gamma)
+
+    def test_preferences_open_and_close(self):
+        preferences = self.start_preferences()
+        self.probe.tap("Escape")
+        self.assertEqual(preferences.wait(), 0)
 
 
 if __name__ == "__main__":
