@@ -57,6 +57,10 @@ class Workspace {
       std::int32_t processIdentifier) const = 0;
   /// The application that the user is in, this process aside; none when there is none.
   virtual std::shared_ptr<RunningApplication> menuBarOwningApplication() const = 0;
+  /// The installed application that goes by an identifier; empty when there is none. One that is
+  /// installed or removed while this process runs may count a moment later.
+  virtual std::string pathForApplicationWithBundleIdentifier(
+      const std::string& identifier) const = 0;
   /// Empty when `path` is no application.
   virtual std::string bundleIdentifierOfApplicationAtPath(const std::string& path) const = 0;
   /// What its users call it. Empty when `path` is no application.

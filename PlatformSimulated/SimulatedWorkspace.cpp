@@ -97,6 +97,14 @@ std::shared_ptr<RunningApplication> SimulatedWorkspace::menuBarOwningApplication
   return process == nullptr ? nullptr : process->runningApplication;
 }
 
+std::string SimulatedWorkspace::pathForApplicationWithBundleIdentifier(
+    const std::string& identifier) const {
+  const auto found = std::find_if(installed_.begin(), installed_.end(), [&](const auto& each) {
+    return each.bundleIdentifier == identifier;
+  });
+  return found == installed_.end() ? std::string() : found->bundlePath;
+}
+
 std::string SimulatedWorkspace::bundleIdentifierOfApplicationAtPath(const std::string& path) const {
   const auto application = applicationAtPath(path);
   return application ? application->bundleIdentifier : std::string();
@@ -132,6 +140,10 @@ bool SimulatedWorkspace::launchApplicationAtPath(const std::string& path, std::u
 
 void SimulatedWorkspace::install(SimulatedApplication application) {
   installed_.push_back(std::move(application));
+}
+
+void SimulatedWorkspace::uninstall(const std::string& bundlePath) {
+  std::erase_if(installed_, [&](const auto& each) { return each.bundlePath == bundlePath; });
 }
 
 std::optional<SimulatedApplication> SimulatedWorkspace::applicationAtPath(

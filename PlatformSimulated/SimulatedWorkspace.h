@@ -24,6 +24,7 @@ class SimulatedWorkspace : public Workspace {
   std::shared_ptr<RunningApplication> runningApplicationWithProcessIdentifier(
       std::int32_t processIdentifier) const override;
   std::shared_ptr<RunningApplication> menuBarOwningApplication() const override;
+  std::string pathForApplicationWithBundleIdentifier(const std::string& identifier) const override;
   std::string bundleIdentifierOfApplicationAtPath(const std::string& path) const override;
   std::string localizedNameOfApplicationAtPath(const std::string& path) const override;
   /// Of several running instances without a choice among them, the most recently launched one comes
@@ -34,6 +35,7 @@ class SimulatedWorkspace : public Workspace {
   /// Known by its bundle path from now on, running or not. Whatever runs with a bundle path counts
   /// as installed too.
   void install(SimulatedApplication application);
+  void uninstall(const std::string& bundlePath);
   /// Those, without what merely runs.
   const std::vector<SimulatedApplication>& installed() const { return installed_; }
 

@@ -55,6 +55,8 @@ constexpr std::array knownApplications = {
     KnownApplication{"systemsettings", "com.apple.systempreferences"},
     // Ours stand there too.
     KnownApplication{"quillbox-preferences", "com.apple.systempreferences"},
+    KnownApplication{"dropbox", "com.getdropbox.dropbox"},
+    KnownApplication{"com.dropbox.client", "com.getdropbox.dropbox"},
 };
 
 /// The files that name default applications, the user's first.
@@ -187,6 +189,16 @@ const DesktopEntry* ApplicationIndex::match(const ProgramTraits& traits) const {
     if (const DesktopEntry* const entry = find(byProgram_, program)) return entry;
   }
   return nullptr;
+}
+
+const DesktopEntry* ApplicationIndex::entryWithIdentifier(const std::string& identifier) const {
+  const DesktopEntry* found = nullptr;
+  for (const DesktopEntry& entry : entries_) {
+    if (entry.hidden || identifierOf(entry) != identifier) continue;
+    if (!entry.noDisplay) return &entry;
+    if (found == nullptr) found = &entry;
+  }
+  return found;
 }
 
 std::string ApplicationIndex::identifierOfProgram(const std::string& name) {

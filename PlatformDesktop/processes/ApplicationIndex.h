@@ -32,6 +32,8 @@ class ApplicationIndex {
   /// The entry that a program belongs to, or null: by the class that the entry claims, by its id,
   /// by the program that it runs, in this order.
   const DesktopEntry* match(const ProgramTraits& traits) const;
+  /// The application of that identifier, or null: of several, one that menus show.
+  const DesktopEntry* entryWithIdentifier(const std::string& identifier) const;
   /// The identifier that an application goes by: that of its role on the desktop, where it is the
   /// default application of one, otherwise the entry's id.
   const std::string& identifierOf(const DesktopEntry& entry) const;

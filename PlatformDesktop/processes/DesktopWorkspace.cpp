@@ -93,6 +93,12 @@ std::shared_ptr<RunningApplication> DesktopWorkspace::menuBarOwningApplication()
   return application(number);
 }
 
+std::string DesktopWorkspace::pathForApplicationWithBundleIdentifier(
+    const std::string& identifier) const {
+  const DesktopEntry* const entry = catalogue_.index().entryWithIdentifier(identifier);
+  return entry != nullptr ? entry->path : "";
+}
+
 std::string DesktopWorkspace::bundleIdentifierOfApplicationAtPath(const std::string& path) const {
   const ApplicationIndex& index = catalogue_.index();
   if (const DesktopEntry* const entry = index.entryAtPath(path)) return index.identifierOf(*entry);

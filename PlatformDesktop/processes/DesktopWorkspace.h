@@ -18,6 +18,7 @@ class DesktopWorkspace : public Workspace {
   std::shared_ptr<RunningApplication> runningApplicationWithProcessIdentifier(
       std::int32_t processIdentifier) const override;
   std::shared_ptr<RunningApplication> menuBarOwningApplication() const override;
+  std::string pathForApplicationWithBundleIdentifier(const std::string& identifier) const override;
   std::string bundleIdentifierOfApplicationAtPath(const std::string& path) const override;
   std::string localizedNameOfApplicationAtPath(const std::string& path) const override;
   bool launchApplicationAtPath(const std::string& path, std::uint32_t options,

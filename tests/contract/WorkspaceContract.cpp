@@ -131,6 +131,15 @@ TEST_F(WorkspaceContract, ApplicationFilesHaveIdentifiers) {
   EXPECT_EQ(workspace().bundleIdentifierOfApplicationAtPath("/no/such/application"), "");
 }
 
+TEST_F(WorkspaceContract, ApplicationsAreFoundByTheirIdentifiersWhetherTheyRunOrNot) {
+  const std::string identifier = desktop_->clientBundleIdentifier();
+  EXPECT_EQ(workspace().pathForApplicationWithBundleIdentifier(identifier), desktop_->clientPath());
+  desktop_->startClient();
+  EXPECT_EQ(workspace().pathForApplicationWithBundleIdentifier(identifier), desktop_->clientPath());
+  EXPECT_EQ(workspace().pathForApplicationWithBundleIdentifier("no.such.application"), "");
+  EXPECT_EQ(workspace().pathForApplicationWithBundleIdentifier(""), "");
+}
+
 TEST_F(WorkspaceContract, ApplicationFilesHaveTheNamesThatTheirUsersKnow) {
   const auto running = application(desktop_->startClient());
   ASSERT_TRUE(running);

@@ -120,6 +120,33 @@ TEST_F(ApplicationIndexTest, WithoutAChoiceTheCacheNamesTheFileManager) {
   EXPECT_EQ(index_.identifierOf(index_.entries()[0]), "com.apple.finder");
 }
 
+TEST_F(ApplicationIndexTest, AnApplicationIsFoundByItsIdentifier) {
+  addEntry("editor.desktop", "Name=Editor\nExec=edit\n");
+  addEntry("dropbox.desktop", "Name=Dropbox\nExec=dropbox\n");
+  addEntry("gone.desktop", "Name=Gone\nExec=gone\nHidden=true\n");
+  load();
+  const auto found = [this](const std::string& identifier) {
+    const DesktopEntry* const entry = index_.entryWithIdentifier(identifier);
+    return entry ? entry->id : "none";
+  };
+  EXPECT_EQ(found("editor"), "editor");
+  EXPECT_EQ(found("com.getdropbox.dropbox"), "dropbox");
+  // It goes by the other name.
+  EXPECT_EQ(found("dropbox"), "none");
+  EXPECT_EQ(found("gone"), "none");
+  EXPECT_EQ(found(""), "none");
+}
+
+TEST_F(ApplicationIndexTest, OfSeveralWithOneIdentifierTheOneThatMenusShowIsFound) {
+  addEntry("a.desktop", "Name=A\nExec=a\n");
+  addEntry("com.dropbox.Client.desktop", "Name=Client\nExec=client\nNoDisplay=true\n");
+  load();
+  EXPECT_EQ(index_.entryWithIdentifier("com.getdropbox.dropbox")->id, "com.dropbox.Client");
+  addEntry("dropbox.desktop", "Name=Dropbox\nExec=dropbox\n");
+  load();
+  EXPECT_EQ(index_.entryWithIdentifier("com.getdropbox.dropbox")->id, "dropbox");
+}
+
 TEST_F(ApplicationIndexTest, AProgramWithoutAnEntryGoesByItsNameOrByTheOneItIsKnownBy) {
   EXPECT_EQ(ApplicationIndex::identifierOfProgram("xclock"), "xclock");
   EXPECT_EQ(ApplicationIndex::identifierOfProgram("quillbox-preferences"),
