@@ -61,6 +61,8 @@ class FileSystem {
   virtual std::string stringByExpandingTildeInPath(const std::string& path) const = 0;
   virtual bool fileExistsAtPath(const std::string& path) const = 0;
   virtual bool removeItemAtPath(const std::string& path) = 0;
+  /// Whether an item, a folder with all that is in it, could be removed as far as permissions tell.
+  virtual bool isDeletableFileAtPath(const std::string& path) const = 0;
   /// Makes the folder and those on the way to it. True when it is there afterwards. One that is to
   /// be private is so from its beginning, and becomes so when it was there before; those on the way
   /// to it stay or get what is usual.

@@ -69,8 +69,12 @@ bool SimulatedFileSystem::fileExistsAtPath(const std::string& path) const {
   return isThere(followed(path));
 }
 
+bool SimulatedFileSystem::isDeletableFileAtPath(const std::string& path) const {
+  return isThere(path) && !readOnly_.contains(folderOf(path));
+}
+
 bool SimulatedFileSystem::removeItemAtPath(const std::string& path) {
-  if (!isThere(path) || readOnly_.contains(folderOf(path))) return false;
+  if (!isDeletableFileAtPath(path)) return false;
   const auto goes = [&path](const std::string& each) {
     return each == path || isBelow(each, path);
   };

@@ -28,6 +28,7 @@ class SimulatedFileSystem : public FileSystem {
   bool fileExistsAtPath(const std::string& path) const override;
   /// Takes a folder with all that is in it.
   bool removeItemAtPath(const std::string& path) override;
+  bool isDeletableFileAtPath(const std::string& path) const override;
   bool createDirectoryAtPath(const std::string& path, FolderAccess access) override;
   /// "/home/user/.local/share".
   std::string applicationSupportDirectory() override;

@@ -121,6 +121,10 @@ bool DesktopFileSystem::removeItemAtPath(const std::string& path) {
   return !path.empty() && removeTree(path);
 }
 
+bool DesktopFileSystem::isDeletableFileAtPath(const std::string& path) const {
+  return !path.empty() && canRemoveTree(path);
+}
+
 bool DesktopFileSystem::createDirectoryAtPath(const std::string& path, FolderAccess access) {
   std::error_code error;
   if (access == FolderAccess::Usual) {

@@ -13,6 +13,7 @@ class DesktopFileSystem : public FileSystem {
   std::string stringByExpandingTildeInPath(const std::string& path) const override;
   bool fileExistsAtPath(const std::string& path) const override;
   bool removeItemAtPath(const std::string& path) override;
+  bool isDeletableFileAtPath(const std::string& path) const override;
   bool createDirectoryAtPath(const std::string& path,
                              FolderAccess access = FolderAccess::Usual) override;
   std::string applicationSupportDirectory() override;

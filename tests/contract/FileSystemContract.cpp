@@ -293,6 +293,18 @@ class PlacingFilesContract : public FileSystemContract {
   }
 };
 
+TEST_F(PlacingFilesContract, WhatIsThereCanBeDeleted) {
+  makeFolderWithFile("folder/deep", "kept");
+  desktop_->makeLink(path("link"), path("none"));
+  for (const char* name : {"a.txt", "there", "folder", "link"}) {
+    EXPECT_TRUE(files().isDeletableFileAtPath(path(name))) << name;
+  }
+  EXPECT_FALSE(files().isDeletableFileAtPath(path("none")));
+  EXPECT_FALSE(files().isDeletableFileAtPath(path("none/a.txt")));
+  EXPECT_FALSE(files().isDeletableFileAtPath(""));
+  EXPECT_TRUE(has("folder/deep/inside.txt", "kept"));
+}
+
 TEST_F(PlacingFilesContract, AMovedFileHasLeft) {
   ASSERT_TRUE(move("a.txt", "there/a.txt"));
   EXPECT_TRUE(has("there/a.txt", "new"));
