@@ -29,6 +29,7 @@
 #include "Quillbox/managers/ClipboardManager.h"
 #include "Quillbox/managers/DecorationManager.h"
 #include "Quillbox/managers/DockManager.h"
+#include "Quillbox/managers/DropboxManager.h"
 #include "Quillbox/managers/ImageManager.h"
 #include "Quillbox/rows/DragOperations.h"
 #include "Quillbox/rows/HostView.h"
@@ -56,6 +57,7 @@ Quillbox::Quillbox(AppDelegate& appDelegate, Platform& platform)
   applicationManager_ =
       std::make_unique<ApplicationManager>(platform.processes(), platform.workspace());
   imageManager_ = std::make_unique<ImageManager>(platform.graphics());
+  dropboxManager_ = std::make_unique<DropboxManager>(*this);
   decorationManager_ =
       std::make_unique<DecorationManager>(platform.fileSystem(), platform.graphics());
   settings_ = Settings::sharedSettings(platform.fileSystem());

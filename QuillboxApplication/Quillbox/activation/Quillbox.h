@@ -27,6 +27,7 @@ class DecorationManager;
 class DockManager;
 class DragOperation;
 class DragOperations;
+class DropboxManager;
 class EventListener;
 class EventMonitorProtocol;
 class FileSystemItem;
@@ -67,6 +68,7 @@ class Quillbox {
   ApplicationManager& applicationManager() { return *applicationManager_; }
   DockManager& dockManager() { return *dockManager_; }
   ImageManager& imageManager() { return *imageManager_; }
+  DropboxManager& dropboxManager() { return *dropboxManager_; }
   DecorationManager& decorationManager() { return *decorationManager_; }
   ClipboardManager& clipboardManager() { return *clipboardManager_; }
   Settings& settings() { return *settings_; }
@@ -267,6 +269,7 @@ class Quillbox {
   std::unique_ptr<DockManager> dockManager_;
   std::unique_ptr<ApplicationManager> applicationManager_;
   std::unique_ptr<ImageManager> imageManager_;
+  std::unique_ptr<DropboxManager> dropboxManager_;
   std::unique_ptr<DecorationManager> decorationManager_;
   std::shared_ptr<Settings> settings_;
   std::unique_ptr<MenuHelpers> menuHelpers_;
