@@ -137,7 +137,7 @@ void RecentApplicationsProvider::restoreState(const PropertyList& state) {
 }
 
 TabRowProvider::MenuItems RecentApplicationsProvider::menuItemsForItemConfigure(
-    Item& item, const MenuItems& existingItems) {
+    Item& item, MenuItems& existingItems) {
   auto items = TabRowProvider::menuItemsForItemConfigure(item, existingItems);
   auto exempt =
       menuItem("Exempt from Recent Applications", "excludeItem", [this](MenuItem& chosen) {

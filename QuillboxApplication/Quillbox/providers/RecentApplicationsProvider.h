@@ -32,7 +32,7 @@ class RecentApplicationsProvider : public TabRowProvider {
   void createItemsWithSize(Size size) override;
   void restoreState(const PropertyList& state) override;
   PropertyList state() const override;
-  MenuItems menuItemsForItemConfigure(Item& item, const MenuItems& existingItems) override;
+  MenuItems menuItemsForItemConfigure(Item& item, MenuItems& existingItems) override;
   MenuItems menuItemsForConfigure() override;
 
   /// Takes the list as it is now.

@@ -150,7 +150,9 @@ class TabRowProvider : public std::enable_shared_from_this<TabRowProvider>, publ
 
   // What it adds to menus.
   using MenuItems = std::vector<std::shared_ptr<MenuItem>>;
-  virtual MenuItems menuItemsForItemConfigure(Item& /*item*/, const MenuItems& /*existingItems*/) {
+  /// The menu of an item has these behind its own entries, `existingItems`. Any of those may be
+  /// taken out.
+  virtual MenuItems menuItemsForItemConfigure(Item& /*item*/, MenuItems& /*existingItems*/) {
     return {};
   }
   virtual MenuItems menuItemsForProviderMenu() { return {}; }

@@ -89,9 +89,13 @@ void ItemMenu::addEntriesForMissingFile(Menu& menu, const std::shared_ptr<Item>&
 }
 
 void ItemMenu::addEntriesOfItemAndProvider(Menu& menu, Item& item) {
-  addMenuGroup(menu, item.configureMenuItems());
-  if (row_.provider())
-    addMenuGroup(menu, row_.provider()->menuItemsForItemConfigure(item, menu.items()));
+  auto ofItem = item.configureMenuItems();
+  TabRowProvider::MenuItems ofProvider;
+  if (const auto& provider = row_.provider()) {
+    ofProvider = provider->menuItemsForItemConfigure(item, ofItem);
+  }
+  addMenuGroup(menu, ofItem);
+  addMenuGroup(menu, ofProvider);
 }
 
 void ItemMenu::trackMenu(Menu& menu) {

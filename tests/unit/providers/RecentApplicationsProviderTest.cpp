@@ -46,7 +46,8 @@ class RecentApplicationsProviderTest : public HostViewFixture {
   }
   std::shared_ptr<MenuItem> exemptionEntry() {
     itemNames();
-    return recent->menuItemsForItemConfigure(*recent->items().at(0), {}).at(0);
+    TabRowProvider::MenuItems existing;
+    return recent->menuItemsForItemConfigure(*recent->items().at(0), existing).at(0);
   }
 
   std::shared_ptr<RecentApplicationsProvider> recent;

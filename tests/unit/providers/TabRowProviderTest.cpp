@@ -43,7 +43,8 @@ TEST_F(TabRowProviderTest, HasItsDefaults) {
   EXPECT_TRUE(plain->moveItemToTrash(*one));
   EXPECT_TRUE(plain->confirmProviderChange());
   EXPECT_TRUE(plain->confirmDeletion());
-  EXPECT_TRUE(plain->menuItemsForItemConfigure(*one, {}).empty());
+  TabRowProvider::MenuItems existing;
+  EXPECT_TRUE(plain->menuItemsForItemConfigure(*one, existing).empty());
   EXPECT_TRUE(plain->menuItemsForProviderMenu().empty());
   EXPECT_TRUE(plain->menuItemsForConfigure().empty());
   EXPECT_FALSE(plain->isInterestedInDragOperation(drag));

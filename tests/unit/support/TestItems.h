@@ -145,7 +145,7 @@ class TestProvider : public TabRowProvider {
   bool confirmDeletion() override { return confirmsItsDeletion; }
   bool canInvokeAllItems() const override { return invokesAllItems; }
   void invokeAllItems() override { log.push_back("invokeAllItems"); }
-  MenuItems menuItemsForItemConfigure(Item&, const MenuItems& existing) override {
+  MenuItems menuItemsForItemConfigure(Item&, MenuItems& existing) override {
     log.push_back("menuItemsForItemConfigure " + std::to_string(existing.size()));
     return menuItemsWithTitles(itemMenuTitles);
   }
