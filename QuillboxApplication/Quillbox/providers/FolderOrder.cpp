@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 #include <utility>
 
 #include "QuillboxCommon/TextComparison.h"
@@ -23,15 +24,17 @@ std::int64_t FolderOrder::compare(const FileOrFolder& a, const FileOrFolder& b) 
     if (sortSegregation == FolderSegregationFilesFirst) return a.isFile ? -1 : 1;
     if (sortSegregation == FolderSegregationFoldersFirst) return a.isFile ? 1 : -1;
   }
+  // The least of all numbers has no opposite.
+  const std::int64_t factor = std::max(sortOrder, -std::numeric_limits<std::int64_t>::max());
   switch (sortMethod) {
     case FolderSortByName:
-      return caseInsensitiveCompare(b.name, a.name) * sortOrder;
+      return caseInsensitiveCompare(b.name, a.name) * factor;
     case FolderSortBySize:
-      return (a.size > b.size ? -1 : 1) * sortOrder;
+      return (a.size > b.size ? -1 : 1) * factor;
     case FolderSortByCreationDate:
-      return comparison(b.creationDate, a.creationDate) * sortOrder;
+      return comparison(b.creationDate, a.creationDate) * factor;
     case FolderSortByModificationDate:
-      return comparison(b.modificationDate, a.modificationDate) * sortOrder;
+      return comparison(b.modificationDate, a.modificationDate) * factor;
     default:
       return -1;
   }

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <limits>
 #include <string>
 
 namespace qb::test {
@@ -36,6 +37,7 @@ struct Comparison {
 TEST(FolderOrderTest, TwoEntriesAreComparedByTheOrder) {
   const FolderOrder byName{FolderSortByName}, bySize{FolderSortBySize},
       byCreation{FolderSortByCreationDate}, byModification{FolderSortByModificationDate};
+  constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max(), least = -most - 1;
   const auto ascending = [](FolderOrder order) {
     order.sortOrder = -1;
     return order;
@@ -82,6 +84,8 @@ TEST(FolderOrderTest, TwoEntriesAreComparedByTheOrder) {
       // A saved order may be anything.
       {{FolderSortByName, 0}, file("a"), file("b"), 0, 0},
       {{FolderSortByName, -3}, file("a"), file("b"), -3, 3},
+      {{FolderSortByName, least}, file("a"), file("b"), -most, most},
+      {{FolderSortBySize, least}, file("a", 2), file("b", 1), most, -most},
   };
   int number = 0;
   for (const Comparison& each : table) {
