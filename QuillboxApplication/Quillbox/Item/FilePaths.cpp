@@ -12,6 +12,15 @@ std::string lastPathComponent(const std::string& path) {
   return path.substr(first, last - first + 1);
 }
 
+std::string pathOfParentFolder(const std::string& path) {
+  const std::size_t last = path.find_last_not_of('/');
+  if (last == std::string::npos) return path.empty() ? "" : "/";
+  const std::size_t slash = path.find_last_of('/', last);
+  if (slash == std::string::npos) return "";
+  const std::size_t end = path.find_last_not_of('/', slash);
+  return end == std::string::npos ? "/" : path.substr(0, end + 1);
+}
+
 std::string pathExtension(const std::string& path) {
   const std::string name = lastPathComponent(path);
   const std::size_t dot = name.find_last_of('.');

@@ -6,6 +6,9 @@ namespace qb {
 
 /// What follows the last slash, slashes at the end aside; "/" for the root.
 std::string lastPathComponent(const std::string& path);
+/// The path without its last component and the slash before that; "/" when that is the root. Empty
+/// for a name alone.
+std::string pathOfParentFolder(const std::string& path);
 /// Without dot; empty when the last component has none. A dot at its start or end makes none.
 std::string pathExtension(const std::string& path);
 std::string lastPathComponentWithoutExtension(const std::string& path);

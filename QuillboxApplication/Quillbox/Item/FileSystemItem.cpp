@@ -8,6 +8,7 @@
 #include "Quillbox/Item/DecorationMenu.h"
 #include "Quillbox/Item/FilePaths.h"
 #include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/managers/DropboxManager.h"
 #include "Quillbox/managers/ImageManager.h"
 #include "Quillbox/rows/TabRow.h"
 #include "QuillboxCommon/RunLoop.h"
@@ -94,6 +95,22 @@ bool FileSystemItem::representsFolder() const {
   return (flags & ItemInfoIsContainer) && !(flags & ItemInfoIsPackage) && !representsApplication();
 }
 
+bool FileSystemItem::isInDropboxFolder() const {
+  const std::string& folder = quillbox->dropboxManager().dropboxFolderPath();
+  return !folder.empty() && pathOfParentFolder(path_) == folder;
+}
+
+bool FileSystemItem::isDropboxFolder() const {
+  const std::string& folder = quillbox->dropboxManager().dropboxFolderPath();
+  return !folder.empty() && path_ == folder;
+}
+
+bool FileSystemItem::canMoveToDropbox() const {
+  return (type() == ItemTypeFile || type() == ItemTypeFolder) &&
+         !quillbox->dropboxManager().dropboxFolderPath().empty() && !isInDropboxFolder() &&
+         !isDropboxFolder();
+}
+
 // The icon.
 
 Image FileSystemItem::icon(std::function<void(const Image&)> update) const {
@@ -168,6 +185,10 @@ Item::MenuItems FileSystemItem::configureMenuItems() {
                        menuAction("getInfoInFinder", &FileSystemItem::getInfoInFinder)),
       MenuItem::separatorItem(),
   };
+  if (canMoveToDropbox()) {
+    items.push_back(MenuItem::create("Move to Dropbox",
+                                     menuAction("moveToDropbox", &FileSystemItem::moveToDropbox)));
+  }
   if (!representsFolder() && !representsApplication()) {
     items.push_back(
         MenuItem::create("Preview", menuAction("previewItem", &FileSystemItem::previewItem)));
@@ -197,6 +218,11 @@ void FileSystemItem::getInfoInFinder(MenuItem& /*menuItem*/) {
 }
 
 void FileSystemItem::previewItem(MenuItem& /*menuItem*/) { preview(); }
+
+void FileSystemItem::moveToDropbox(MenuItem& /*menuItem*/) {
+  const auto row = tabRow();
+  if (row) row->moveItem(shared_from_this(), quillbox->dropboxManager().dropboxFolderPath());
+}
 
 void FileSystemItem::moveToTrash(MenuItem& /*menuItem*/) {
   if (const auto row = tabRow()) row->trashItem(shared_from_this());

@@ -29,6 +29,9 @@ class FileSystemItem : public Item {
   bool representsApplication() const;
   /// What users know as a folder.
   bool representsFolder() const;
+  /// Intended: whether it lies there directly. What is in a folder of that one does not count.
+  bool isInDropboxFolder() const;
+  bool isDropboxFolder() const;
 
   PropertyList state() const override;
   std::string hotKeyIdentifier() const override { return path_; }
@@ -55,6 +58,8 @@ class FileSystemItem : public Item {
   void revealItemInFinder(MenuItem& menuItem);
   void getInfoInFinder(MenuItem& menuItem);
   void previewItem(MenuItem& menuItem);
+  /// Asks the row, too.
+  virtual void moveToDropbox(MenuItem& menuItem);
   /// Asks the row, which asks the user if need be.
   void moveToTrash(MenuItem& menuItem);
 
@@ -71,6 +76,7 @@ class FileSystemItem : public Item {
 
  private:
   Image icon(std::function<void(const Image&)> update) const;
+  bool canMoveToDropbox() const;
 
   std::string path_;
 };

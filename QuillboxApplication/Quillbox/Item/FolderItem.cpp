@@ -12,6 +12,7 @@
 #include "Quillbox/Item/folder/FolderMoreEntry.h"
 #include "Quillbox/activation/MenuItemTags.h"
 #include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/managers/DropboxManager.h"
 #include "Quillbox/providers/FolderContentsProvider.h"
 #include "Quillbox/rows/HostView.h"
 #include "Quillbox/rows/TabRow.h"
@@ -93,6 +94,7 @@ FolderMenuActions FolderItem::folderMenuActions() {
       .trashItem = menuAction("trashItem", &FolderItem::trashItem),
       .moveToSavedDownloads = menuAction("moveToSavedDownloads", &FolderItem::moveToSavedDownloads),
       .moveToApplications = menuAction("moveToApplications", &FolderItem::moveToApplications),
+      .moveToDropbox = menuAction("moveToDropbox", &FolderItem::moveToDropbox),
       .trashContents = menuAction("trashContents", &FolderItem::trashContents),
       .dummy = menuAction("dummy", &FolderItem::dummy)};
 }
@@ -256,6 +258,12 @@ void FolderItem::moveToSavedDownloads(MenuItem& entry) {
 
 void FolderItem::moveToApplications(MenuItem& entry) {
   FolderActions::moveToApplications(pathOfEntry(entry));
+}
+
+void FolderItem::moveToDropbox(MenuItem& entry) {
+  const std::string moved = pathOfEntry(entry);
+  if (moved.empty()) return FileSystemItem::moveToDropbox(entry);
+  quillbox->dropboxManager().moveFileToDropbox(moved, nullptr);
 }
 
 void FolderItem::openSavedDownloadsFolder(MenuItem& /*entry*/) {

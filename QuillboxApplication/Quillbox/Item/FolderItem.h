@@ -62,6 +62,8 @@ class FolderItem : public FileSystemItem {
   void trashItem(MenuItem& entry);
   void moveToSavedDownloads(MenuItem& entry);
   void moveToApplications(MenuItem& entry);
+  /// Of the entry of something in the folder, that; otherwise the folder itself.
+  void moveToDropbox(MenuItem& entry) override;
   void openSavedDownloadsFolder(MenuItem& entry);
   void trashContents(MenuItem& entry);
   void saveContents(MenuItem& entry);

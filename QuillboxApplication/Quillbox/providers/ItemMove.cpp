@@ -4,6 +4,7 @@
 #include "Quillbox/Item/FilePaths.h"
 #include "Quillbox/Item/FileSystemItem.h"
 #include "Quillbox/activation/Quillbox.h"
+#include "Quillbox/managers/DropboxManager.h"
 #include "QuillboxCommon/Format.h"
 
 namespace qb {
@@ -29,8 +30,7 @@ bool userAllowsReplacement(const Item& item, bool inDropbox) {
 
 }  // namespace
 
-bool moveItemToFolder(Item& item, const std::string& folderPath,
-                      const std::string& dropboxFolderPath) {
+bool moveItemToFolder(Item& item, const std::string& folderPath) {
   if (item.type() != ItemTypeFile && item.type() != ItemTypeFolder) return false;
   auto* const fileItem = dynamic_cast<FileSystemItem*>(&item);
   if (fileItem == nullptr) return false;
@@ -40,7 +40,7 @@ bool moveItemToFolder(Item& item, const std::string& folderPath,
   FileSystem& files = quillbox->platform().fileSystem();
   const std::string destination = folderPath + '/' + name;
   if (files.fileExistsAtPath(destination)) {
-    const bool inDropbox = !dropboxFolderPath.empty() && folderPath == dropboxFolderPath;
+    const bool inDropbox = folderPath == quillbox->dropboxManager().dropboxFolderPath();
     if (!userAllowsReplacement(item, inDropbox)) return false;
     if (!files.removeItemAtPath(destination)) {
       quillbox->displayMessage(

@@ -11,8 +11,7 @@ class Item;
 /// other item, when the user refuses, and when it fails.
 ///
 /// Intended: the question comes also when the file is in that folder already, and consent then
-/// costs the file. `dropboxFolderPath` is empty while there is none.
-bool moveItemToFolder(Item& item, const std::string& folderPath,
-                      const std::string& dropboxFolderPath);
+/// costs the file.
+bool moveItemToFolder(Item& item, const std::string& folderPath);
 
 }  // namespace qb

@@ -64,7 +64,7 @@ void TabRowProvider::recycleURLs(std::vector<std::string> paths) {
 }
 
 bool TabRowProvider::moveItem(Item& item, const std::string& toFolderAtPath) {
-  return moveItemToFolder(item, toFolderAtPath, {});
+  return moveItemToFolder(item, toFolderAtPath);
 }
 
 void TabRowProvider::addItem(std::shared_ptr<Item> item) {

@@ -32,5 +32,22 @@ TEST(FilePathsTest, TakesPathsApart) {
   }
 }
 
+TEST(FilePathsTest, AFileIsInItsParentFolder) {
+  const struct {
+    const char* path;
+    const char* parent;
+  } rows[] = {
+      {"/home/user/letter.txt", "/home/user"},
+      {"/home/user/folder/", "/home/user"},
+      {"/home//letter.txt", "/home"},
+      {"/home", "/"},
+      {"letters/letter.txt", "letters"},
+      {"letter.txt", ""},
+      {"/", "/"},
+      {"", ""},
+  };
+  for (const auto& row : rows) EXPECT_EQ(pathOfParentFolder(row.path), row.parent) << row.path;
+}
+
 }  // namespace
 }  // namespace qb::test

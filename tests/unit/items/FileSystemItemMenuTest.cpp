@@ -2,15 +2,19 @@
 
 #include "Quillbox/Item/ApplicationItem.h"
 #include "Quillbox/Item/FileSystemItem.h"
+#include "Quillbox/Item/FolderItem.h"
 #include "Quillbox/activation/MenuItemTags.h"
+#include "Quillbox/managers/DropboxManager.h"
 #include "support/HotKeysFixture.h"
 #include "support/MenuTitles.h"
 
 namespace qb::test {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 
 const Rect cell = Rect::make(0, 0, 42, 42);
 const std::string path = "/home/user/Notes.txt";
@@ -151,6 +155,90 @@ TEST_F(FileSystemItemMenuTest, AnItemOfNoRowGoesToNoTrash) {
   const auto item = FileSystemItem::create(cell, path);
   item->setTrashable(true);
   choose(*item, "Move to Trash...");
+  EXPECT_TRUE(item->exists());
+}
+
+/// An item of a path, of any type.
+class TypedItem : public FileSystemItem {
+ public:
+  TypedItem(const std::string& itemPath, std::int32_t type)
+      : FileSystemItem(cell, "Notes", itemPath), type_(type) {}
+  std::int32_t type() const override { return type_; }
+
+ private:
+  std::int32_t type_;
+};
+
+class MoveToDropboxTest : public FileSystemItemMenuTest {
+ protected:
+  MoveToDropboxTest() { quillbox->dropboxManager().setDropboxFolderPath(dropbox); }
+  static std::vector<std::string> titlesFor(const std::string& itemPath,
+                                            std::int32_t type = ItemTypeFile) {
+    return titlesOf(std::make_shared<TypedItem>(itemPath, type)->configureMenuItems());
+  }
+
+  const std::string dropbox = "/home/user/Dropbox";
+};
+
+TEST_F(MoveToDropboxTest, StandsBeforeThePreview) {
+  EXPECT_THAT(titlesFor(path), ElementsAre("Show in Finder...", "Get Info in Finder...", "-",
+                                           "Move to Dropbox", "Preview", "-", "Set Hot Key..."));
+}
+
+TEST_F(MoveToDropboxTest, FilesAndFoldersHaveItAndNothingElse) {
+  for (std::int32_t type = ItemTypeGeneric; type <= ItemTypeDragAndDropPlaceholder; ++type) {
+    const bool has = type == ItemTypeFile || type == ItemTypeFolder;
+    const auto found = titlesFor(path, type);
+    EXPECT_EQ(std::count(found.begin(), found.end(), "Move to Dropbox"), has ? 1 : 0) << type;
+  }
+}
+
+TEST_F(MoveToDropboxTest, WhatIsThereAlreadyHasItNot) {
+  for (const std::string& there : {dropbox, dropbox + "/Notes.txt"}) {
+    EXPECT_THAT(titlesFor(there), Not(Contains("Move to Dropbox"))) << there;
+  }
+  // Further down it is not there.
+  EXPECT_THAT(titlesFor(dropbox + "/folder/Notes.txt"), Contains("Move to Dropbox"));
+  EXPECT_THAT(titlesFor(dropbox + "es/Notes.txt"), Contains("Move to Dropbox"));
+}
+
+TEST_F(MoveToDropboxTest, WithoutAFolderNothingHasIt) {
+  quillbox->dropboxManager().setDropboxFolderPath("");
+  for (const char* each : {path.c_str(), "Notes.txt", ""}) {
+    EXPECT_THAT(titlesFor(each), Not(Contains("Move to Dropbox"))) << each;
+  }
+}
+
+TEST_F(MoveToDropboxTest, KnowsWhereItIs) {
+  const TypedItem inside(dropbox + "/Notes.txt", ItemTypeFile), outside(path, ItemTypeFile);
+  const TypedItem itself(dropbox, ItemTypeFolder);
+  EXPECT_TRUE(inside.isInDropboxFolder());
+  EXPECT_FALSE(inside.isDropboxFolder());
+  EXPECT_FALSE(outside.isInDropboxFolder());
+  EXPECT_TRUE(itself.isDropboxFolder());
+  EXPECT_FALSE(itself.isInDropboxFolder());
+}
+
+TEST_F(MoveToDropboxTest, TheMoveIsTheRowsBusiness) {
+  const auto item = std::make_shared<TypedItem>(path, ItemTypeFile);
+  item->setTabRow(host().tabRows().front());
+  provider->log.clear();
+  choose(*item, "Move to Dropbox");
+  EXPECT_EQ(countOf(provider->log, "moveItem Notes to " + dropbox), 1);
+}
+
+TEST_F(MoveToDropboxTest, AFolderMovesAsAWholeToo) {
+  platform.fileSystem().makeFolder("/work/folder");
+  const auto item = FolderItem::create(cell, std::string("/work/folder"));
+  item->setTabRow(host().tabRows().front());
+  provider->log.clear();
+  choose(*item, "Move to Dropbox");
+  EXPECT_EQ(countOf(provider->log, "moveItem folder to " + dropbox), 1);
+}
+
+TEST_F(MoveToDropboxTest, AnItemOfNoRowStays) {
+  const auto item = std::make_shared<TypedItem>(path, ItemTypeFile);
+  choose(*item, "Move to Dropbox");
   EXPECT_TRUE(item->exists());
 }
 

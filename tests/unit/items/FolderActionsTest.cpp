@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "Quillbox/managers/DropboxManager.h"
 #include "support/FolderItemFixture.h"
 
 namespace qb::test {
@@ -151,6 +152,22 @@ TEST_F(FolderActionsTest, AnApplicationMovesToTheOthers) {
   EXPECT_TRUE(files().fileExistsAtPath("/Applications/Editor.app/program"));
   platform.runFor(0.02);
   EXPECT_EQ(quillbox->quillboxActivationState(), ActivationStateInactive);
+}
+
+TEST_F(FolderActionsTest, AFileGoesToTheDropboxUnlessItIsThere) {
+  const std::string dropbox = "/home/user/Dropbox";
+  files().makeFolder(dropbox);
+  quillbox->dropboxManager().setDropboxFolderPath(dropbox);
+  const std::string path = put("a.txt");
+  EXPECT_EQ(linesOf(*item->folderMenu().menuForFile(path)),
+            (Lines{"Move to Trash...", "Move to Saved Downloads...", "Show in Finder...",
+                   "Share via Email...", "-", "Move to Dropbox"}));
+  chooseBehind(path, "Move to Dropbox");
+  platform.runFor(0.01);
+  EXPECT_EQ(notification(), "The file \"a\" was\rsuccessfully moved to your Dropbox.");
+  EXPECT_EQ(files().raw(dropbox + "/a.txt"), "contents of a.txt");
+  EXPECT_EQ(linesOf(*make(dropbox)->folderMenu().menuForFile(dropbox + "/a.txt")),
+            (Lines{"Move to Trash...", "Show in Finder...", "Share via Email..."}));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "Quillbox/providers/ItemMove.h"
 
 #include "Quillbox/Item/FileSystemItem.h"
+#include "Quillbox/managers/DropboxManager.h"
 #include "Quillbox/providers/TabRowProvider.h"
 #include "support/QuillboxFixture.h"
 
@@ -41,7 +42,7 @@ TEST_F(ItemMoveTest, FilesAndFoldersMoveAndNothingElse) {
   for (std::int32_t type = ItemTypeGeneric; type <= ItemTypeDragAndDropPlaceholder; ++type) {
     const auto moved = item(type);
     const bool moves = type == ItemTypeFile || type == ItemTypeFolder;
-    EXPECT_EQ(moveItemToFolder(*moved, folder, ""), moves) << type;
+    EXPECT_EQ(moveItemToFolder(*moved, folder), moves) << type;
     EXPECT_EQ(moved->path(), moves ? destination : source);
     EXPECT_EQ(files().fileExistsAtPath(destination), moves);
     files().removeItemAtPath(destination);
@@ -56,13 +57,13 @@ TEST_F(ItemMoveTest, AnItemWithoutAPathDoesNotMove) {
     Pretender() : Item(Rect::make(0, 0, 42, 42), std::string("letter.txt")) {}
     std::int32_t type() const override { return ItemTypeFile; }
   };
-  EXPECT_FALSE(moveItemToFolder(*std::make_shared<Pretender>(), folder, ""));
+  EXPECT_FALSE(moveItemToFolder(*std::make_shared<Pretender>(), folder));
 }
 
 TEST_F(ItemMoveTest, WhatHasNoNameDoesNotMove) {
   for (const char* path : {"", "/"}) {
     PathItem nameless(path, ItemTypeFolder);
-    EXPECT_FALSE(moveItemToFolder(nameless, folder, ""));
+    EXPECT_FALSE(moveItemToFolder(nameless, folder));
   }
   EXPECT_TRUE(files().fileExistsAtPath(folder));
   EXPECT_TRUE(platform.dialogs().shownAlerts().empty());
@@ -72,7 +73,7 @@ TEST_F(ItemMoveTest, ReplacingIsAskedAbout) {
   files().putRaw(destination, "old");
   platform.dialogs().answerAlert("Replace");
   const auto moved = item();
-  EXPECT_TRUE(moveItemToFolder(*moved, folder, dropbox));
+  EXPECT_TRUE(moveItemToFolder(*moved, folder));
   EXPECT_EQ(lastAlert().messageText, "Move to Folder");
   EXPECT_EQ(lastAlert().informativeText,
             "An item named \"The Item\" already exists in that Folder.  Do you wish to replace it "
@@ -85,9 +86,10 @@ TEST_F(ItemMoveTest, ReplacingIsAskedAbout) {
 
 TEST_F(ItemMoveTest, TheDropboxHasAQuestionOfItsOwn) {
   files().makeFolder(dropbox);
+  quillbox->dropboxManager().setDropboxFolderPath(dropbox);
   files().putRaw(dropbox + "/letter.txt", "old");
   platform.dialogs().answerAlert("Replace");
-  EXPECT_TRUE(moveItemToFolder(*item(), dropbox, dropbox));
+  EXPECT_TRUE(moveItemToFolder(*item(), dropbox));
   EXPECT_EQ(lastAlert().messageText, "Move to Dropbox");
   EXPECT_EQ(lastAlert().informativeText,
             "An item named \"The Item\" already exists in your Dropbox.  Do you wish to replace it "
@@ -99,7 +101,7 @@ TEST_F(ItemMoveTest, ARefusalLeavesBothInPlace) {
   files().putRaw(destination, "old");
   platform.dialogs().answerAlert("Cancel");
   const auto moved = item();
-  EXPECT_FALSE(moveItemToFolder(*moved, folder, ""));
+  EXPECT_FALSE(moveItemToFolder(*moved, folder));
   EXPECT_EQ(files().raw(destination), "old");
   EXPECT_EQ(files().raw(source), "new");
   EXPECT_EQ(moved->path(), source);
@@ -110,7 +112,7 @@ TEST_F(ItemMoveTest, WhatCannotBeRemovedIsTold) {
   files().setReadOnly(folder);
   platform.dialogs().answerAlert("Replace");
   platform.dialogs().answerAlert("OK");
-  EXPECT_FALSE(moveItemToFolder(*item(), folder, ""));
+  EXPECT_FALSE(moveItemToFolder(*item(), folder));
   EXPECT_EQ(lastAlert().messageText, "Unable to Move");
   EXPECT_EQ(lastAlert().informativeText,
             "The item could not be moved becuase the pre-existing item could not be removed.");
@@ -122,7 +124,7 @@ TEST_F(ItemMoveTest, WhatCannotBeRemovedIsTold) {
 TEST_F(ItemMoveTest, AFailureOfTheMoveItselfIsSilent) {
   files().setReadOnly(folder);
   const auto moved = item();
-  EXPECT_FALSE(moveItemToFolder(*moved, folder, ""));
+  EXPECT_FALSE(moveItemToFolder(*moved, folder));
   EXPECT_TRUE(platform.dialogs().shownAlerts().empty());
   EXPECT_EQ(moved->path(), source);
 }
@@ -130,7 +132,7 @@ TEST_F(ItemMoveTest, AFailureOfTheMoveItselfIsSilent) {
 TEST_F(ItemMoveTest, AMoveToWhereItIsAsksAndCostsTheFile) {
   platform.dialogs().answerAlert("Replace");
   const auto moved = item();
-  EXPECT_FALSE(moveItemToFolder(*moved, "/home/user/Desktop", ""));
+  EXPECT_FALSE(moveItemToFolder(*moved, "/home/user/Desktop"));
   EXPECT_EQ(platform.dialogs().shownAlerts().size(), 1U);
   EXPECT_FALSE(files().fileExistsAtPath(source));
   EXPECT_EQ(moved->path(), source);

@@ -9,6 +9,7 @@
 #include "Quillbox/activation/MenuItemTags.h"
 #include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/activation/utilities/FileKinds.h"
+#include "Quillbox/managers/DropboxManager.h"
 #include "Quillbox/managers/ImageManager.h"
 
 namespace qb {
@@ -142,6 +143,11 @@ std::shared_ptr<Menu> FolderMenu::menuForFile(const std::string& path) const {
   }
   add(*menu, "Show in Finder...", actions_.showInFinder, path);
   add(*menu, "Share via Email...", actions_.shareViaEmail, path);
+  const std::string& dropbox = quillbox->dropboxManager().dropboxFolderPath();
+  if (!dropbox.empty() && pathOfParentFolder(path) != dropbox) {
+    menu->addItem(MenuItem::separatorItem());
+    add(*menu, "Move to Dropbox", actions_.moveToDropbox, path);
+  }
   addPictureWhenRead(menu, path, actions_.openItem);
   return menu;
 }

@@ -33,7 +33,8 @@ enum FolderMenuOption : std::int32_t {
 /// `std::string`; `trashContents` gets `FolderMenuPaths`.
 struct FolderMenuActions {
   MenuItem::Action openItem, revealItem, showInFinder, shareViaEmail;
-  MenuItem::Action trashItem, moveToSavedDownloads, moveToApplications, trashContents;
+  MenuItem::Action trashItem, moveToSavedDownloads, moveToApplications, moveToDropbox;
+  MenuItem::Action trashContents;
   /// For entries that do nothing.
   MenuItem::Action dummy;
 };
