@@ -44,17 +44,8 @@ class FolderRowTestCase(SessionTestCase, MenuTestCase):
         self.select(halo, icon)
         return icon
 
-
-class FolderRows(FolderRowTestCase):
-    def start_program(self):
-        self.folder = self.desktop.home / "Documents"
-        (self.folder / "yard").mkdir(parents=True)
-        self.put("red", RED)
-        self.put("blue", BLUE)
-        super().start_program()
-
     def put(self, name, colour):
-        """A program's file, whose icon a test can see. It comes to the folder as a whole."""
+        """A program's file in the folder, whose icon a test can see. It comes there as a whole."""
         icon = self.desktop.folder / f"{name}.svg"
         icon.write_text(
             '<svg xmlns="http://www.w3.org/2000/svg" width="128" height="128">'
@@ -65,10 +56,6 @@ class FolderRows(FolderRowTestCase):
             f"[Desktop Entry]\nType=Application\nName={name}\nExec=/bin/true\nIcon={icon}\n")
         file.chmod(0o755)
         os.rename(file, self.folder / file.name)
-
-    def show_documents(self):
-        self.choose_documents()
-        self.assert_shows(None, RED, BLUE)
 
     def assert_shows(self, *colours):
         """The icons of the row; None stands for the folder's. Its last item is a button."""
@@ -82,6 +69,19 @@ class FolderRows(FolderRowTestCase):
             )
         # It glides to its place.
         self.wait_still(self.panel.row_area(1, 2))
+
+
+class FolderRows(FolderRowTestCase):
+    def start_program(self):
+        self.folder = self.desktop.home / "Documents"
+        (self.folder / "yard").mkdir(parents=True)
+        self.put("red", RED)
+        self.put("blue", BLUE)
+        super().start_program()
+
+    def show_documents(self):
+        self.choose_documents()
+        self.assert_shows(None, RED, BLUE)
 
     def choose_order(self, **entry):
         place = self.panel.in_row(8, 100, 1, 2)

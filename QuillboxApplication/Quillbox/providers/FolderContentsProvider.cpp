@@ -79,7 +79,7 @@ FolderContentsProvider::FolderContentsProvider() : systemFolders_(qb::systemFold
 }
 
 void FolderContentsProvider::prepareForDeallocation() {
-  eventStream_.cancel();
+  tearDownFolderMonitoring();
   TabRowProvider::prepareForDeallocation();
 }
 
@@ -132,11 +132,19 @@ void FolderContentsProvider::createItemsWithSize(Size size) {
   entriesOfItems_ = filesAndFolders_;
   itemsHaveChangedDuringDormancy_ = false;
   if (folderPath_.empty()) {
-    for (const SystemFolder& folder : systemFolders_) addItem(chooserItem(folder, size));
-    addItem(AddButtonItem::create({{0, 0}, size}, "Choose Folder...",
-                                  whileAlive([](auto& self) { self.addButtonPressed(); })));
-    return;
+    addChooserItems(size);
+  } else {
+    addFolderItems(size);
   }
+}
+
+void FolderContentsProvider::addChooserItems(Size size) {
+  for (const SystemFolder& folder : systemFolders_) addItem(chooserItem(folder, size));
+  addItem(AddButtonItem::create({{0, 0}, size}, "Choose Folder...",
+                                whileAlive([](auto& self) { self.addButtonPressed(); })));
+}
+
+void FolderContentsProvider::addFolderItems(Size size) {
   for (const auto& entry : filesAndFolders_) addItem(entryItem(entry, size));
   if (!shouldAddOpenFolderInFinderButton()) return;
   addItem(RevealButtonItem::create(
@@ -220,7 +228,7 @@ void FolderContentsProvider::setFolderPath(const std::string& path,
 }
 
 void FolderContentsProvider::setupFolderMonitoring() {
-  eventStream_.cancel();
+  tearDownFolderMonitoring();
   if (folderPath_.empty()) return;
   eventStream_ = quillbox->platform().fileEvents().watchFolder(
       folderPath_, monitoringLatency,

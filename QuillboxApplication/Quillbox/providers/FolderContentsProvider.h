@@ -60,13 +60,18 @@ class FolderContentsProvider : public TabRowProvider {
   }
   const std::vector<SystemFolder>& systemFolders() const { return systemFolders_; }
   const FolderOrder& order() const { return order_; }
-  bool shouldAddOpenFolderInFinderButton() const { return true; }
+  virtual bool shouldAddOpenFolderInFinderButton() const { return true; }
   /// What a row says that shows an empty folder.
   std::string instructionalMessage() const;
   bool sourceFolderIsDownloads() const;
 
- private:
+ protected:
   FolderContentsProvider();
+  /// The items of a row without a folder, and of one that has a folder.
+  virtual void addChooserItems(Size size);
+  virtual void addFolderItems(Size size);
+
+ private:
   Block whileAlive(std::function<void(FolderContentsProvider&)> perform);
   std::shared_ptr<Item> chooserItem(const SystemFolder& folder, Size size);
   std::shared_ptr<Item> entryItem(const std::shared_ptr<FileOrFolder>& entry, Size size) const;
@@ -74,6 +79,7 @@ class FolderContentsProvider : public TabRowProvider {
   void addButtonPressed();
   void openFolderInFinderButtonPressed();
   void setupFolderMonitoring();
+  void tearDownFolderMonitoring() { eventStream_.cancel(); }
   void refresh();
   void removeEntry(const Item& item);
   void fadeItemsOut(TimeInterval& delay);

@@ -158,35 +158,19 @@ TEST_F(TabRowProviderTest, AnEntryIsOfferedUnlessItSaysOtherwise) {
   EXPECT_NE(information.createProvider(), nullptr);
 }
 
-TEST_F(TabRowProviderTest, AnEntryCanDependOnWhatIsInstalledAtTheMoment) {
-  class InstalledInformation : public TabRowProviderInformation {
-   public:
-    explicit InstalledInformation(const bool& installed)
-        : TabRowProviderInformation("Cloud", "TabRowProvider",
-                                    [] { return std::make_shared<TabRowProvider>(); }),
-          installed_(installed) {}
-    bool shouldAppearInProviderSelector() const override { return installed_; }
-
-   private:
-    const bool& installed_;
-  };
-  bool installed = false;
-  const InstalledInformation information(installed);
-  EXPECT_FALSE(information.shouldAppearInProviderSelector());
-  installed = true;
-  EXPECT_TRUE(information.shouldAppearInProviderSelector());
-}
-
 TEST_F(TabRowProviderTest, CatalogueNamesItsEntries) {
   std::vector<std::array<std::string, 2>> entries;
   for (const auto& information : tabRowProviderCatalogue()) {
     entries.push_back({information->name(), information->className()});
-    EXPECT_TRUE(information->shouldAppearInProviderSelector());
+    // That of a program that is not installed here.
+    EXPECT_EQ(information->shouldAppearInProviderSelector(),
+              information->name() != "Dropbox Contents");
     EXPECT_EQ(information->createProvider()->name(), information->name());
   }
   EXPECT_EQ(entries, (std::vector<std::array<std::string, 2>>{
                          {"Active Applications", "ActiveApplicationsProvider"},
                          {"Recent Applications", "RecentApplicationsProvider"},
+                         {"Dropbox Contents", "DropboxContentsProvider"},
                          {"Folder Contents", "FolderContentsProvider"}}));
 }
 
