@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTreeView>
 #include <algorithm>
@@ -36,6 +37,8 @@ OpenPanelContent::OpenPanelContent(const OpenPanel& panel) : panel_(panel) {
   setFilter(filter);
   if (!panel.allowedFileTypes.empty()) setNameFilter(nameFilter(panel.allowedFileTypes));
   if (!panel.directory.empty()) setDirectory(qtString(panel.directory));
+  // By itself it would keep the keys, and do nothing with them.
+  setFocusProxy(findChild<QLineEdit*>(QStringLiteral("fileNameEdit")));
   setSizeGripEnabled(false);
   setMinimumSize(760, 480);
   if (auto* const list = findChild<QTreeView*>(QStringLiteral("treeView"))) {

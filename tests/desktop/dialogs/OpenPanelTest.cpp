@@ -50,6 +50,14 @@ TEST_F(OpenPanelTest, SeveralFilesCanBeChosen) {
   EXPECT_THAT(*chosen, ElementsAre(path("one.txt"), path("two.txt")));
 }
 
+TEST_F(OpenPanelTest, WhatIsTypedIsTheName) {
+  panel.directory = folder.filePath("inside").toStdString();
+  when("shown", shown(), [&] { type({KeyCodeA, KeyCodeW}); });
+  when(
+      "typed", [] { return nameField()->text() == "aw"; }, [&] { type({KeyCodeEscape}); });
+  EXPECT_FALSE(choose());
+}
+
 TEST_F(OpenPanelTest, EscapeChoosesNothing) {
   when("shown", shown(), [&] { type({KeyCodeEscape}); });
   EXPECT_FALSE(choose());
