@@ -34,7 +34,9 @@ void adoptColors(bool dark) { (dark ? DialogColors::dark() : DialogColors::light
 
 std::variant<std::unique_ptr<DesktopPlatform>, DesktopPlatformError> DesktopPlatform::create() {
   const auto* const x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
-  if (x11 == nullptr) return DesktopPlatformError{"Quillbox needs an X11 display."};
+  if (x11 == nullptr || x11->connection() == nullptr) {
+    return DesktopPlatformError{"Quillbox needs an X11 display."};
+  }
   const auto formats = ScreenFormats::query(x11->connection(), screenNumber(x11->connection()));
   if (!formats) {
     return DesktopPlatformError{

@@ -57,10 +57,14 @@ std::string whatInputLacks() {
   return error ? error->message : "";
 }
 
-int runOnDisplay(int argc, char* argv[], qb::InstanceLock& lock) {
+int runOnDisplay(char* name, qb::InstanceLock& lock) {
   // Qt's own event loop wakes less and takes less memory than the one of GLib.
   qputenv("QT_NO_GLIB", "1");
-  QApplication application(argc, argv);
+  // Whatever Qt's programs use in this session. Not by the environment, which others inherit.
+  char option[] = "-platform", platformName[] = "xcb";
+  char* arguments[] = {name, option, platformName, nullptr};
+  int count = 3;
+  QApplication application(count, arguments);
   // What is written to files and read from them must not depend on the user's language.
   std::setlocale(LC_NUMERIC, "C");
   QApplication::setQuitOnLastWindowClosed(false);
@@ -124,5 +128,5 @@ int main(int argc, char* argv[]) {
   if (const std::string missing = whatInputLacks(); !missing.empty()) {
     return fail(ExitStatusDisplayLacksExtension, missing);
   }
-  return runOnDisplay(argc, argv, *lock);
+  return runOnDisplay(argv[0], *lock);
 }

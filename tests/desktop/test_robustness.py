@@ -85,6 +85,12 @@ class Surroundings(DesktopTestCase):
         self.assertEqual(program.wait(), 2)
         self.assertIn("X server", program.output)
 
+    def test_qt_uses_the_x_server_whatever_else_the_session_prefers(self):
+        self.variables = {"QT_QPA_PLATFORM": "offscreen"}
+        self.start_program()
+        self.super_tab()
+        self.assert_active("Alpha")
+
     def test_takes_no_arguments(self):
         program = self.desktop.start([PROGRAM, "--help"])
         self.assertNotIn(program.wait(), (0, 2, 3, 4, None))
