@@ -70,6 +70,14 @@ INSTANTIATE_TEST_SUITE_P(
             "FractionsGrowToWholePoints", 400, 400, {101, 99.5}, Rect::make(474, 305, 102, 100)}),
     [](const auto& placement) { return placement.param.name; });
 
+TEST(PopUpViewSideTest, IsThatOfTheItemInItsRowAgainstTheRegionInTheHost) {
+  PopUpViewPlaces lowest = places(400);
+  lowest.itemFrame.origin.y = 0.5;
+  EXPECT_EQ(popUpViewFrame({200, 100}, lowest), Rect::make(425, 305, 200, 100));
+  lowest.itemFrame.origin.y = 0;
+  EXPECT_EQ(popUpViewFrame({200, 100}, lowest), Rect::make(425, 497, 200, 100));
+}
+
 /// Pops up a view of a given size after a given delay.
 class PoppingItem : public Item {
  public:
