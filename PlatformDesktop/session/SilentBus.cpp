@@ -19,6 +19,7 @@ namespace qb {
 namespace {
 
 constexpr std::chrono::seconds longestSilence{5};
+constexpr int steps = 5;
 
 struct SocketAddress {
   sockaddr_un address{};
@@ -49,6 +50,16 @@ std::optional<SocketAddress> socketOf(const QByteArray& address) {
   return std::nullopt;
 }
 
+/// 0 when connected. Waits while the queue is full of others who want to.
+int connectionError(int connection, const SocketAddress& name, std::chrono::milliseconds limit) {
+  for (int step = 0;; ++step) {
+    const auto* const address = reinterpret_cast<const sockaddr*>(&name.address);
+    if (connect(connection, address, name.length) == 0) return 0;
+    if (errno != EAGAIN || step == steps) return errno;
+    poll(nullptr, 0, static_cast<int>(limit.count()) / steps);
+  }
+}
+
 /// Says who is there, as every connection begins, and waits for a word.
 bool answers(int connection, std::chrono::milliseconds limit) {
   QByteArray greeting("\0AUTH EXTERNAL ", 15);
@@ -56,12 +67,12 @@ bool answers(int connection, std::chrono::milliseconds limit) {
   const auto length = static_cast<std::size_t>(greeting.size());
   // One that has hung up does not hold anybody up.
   if (send(connection, greeting.data(), length, MSG_NOSIGNAL) < 0) return true;
-  pollfd waiting{connection, POLLIN, 0};
-  int ready = 0;
-  do {
-    ready = poll(&waiting, 1, static_cast<int>(limit.count()));
-  } while (ready < 0 && errno == EINTR);
-  return ready != 0;
+  // In steps, of which a machine that stands still for a while takes only one away.
+  for (int step = 0; step < steps; ++step) {
+    pollfd waiting{connection, POLLIN, 0};
+    if (poll(&waiting, 1, static_cast<int>(limit.count()) / steps) > 0) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -71,14 +82,11 @@ bool isSilentBus(const std::string& address, std::chrono::milliseconds limit) {
     const auto socketName = socketOf(each);
     if (!socketName) continue;
     const int connection = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    const int result = connect(connection, reinterpret_cast<const sockaddr*>(&socketName->address),
-                               socketName->length);
-    // A queue that is full of others who wait.
-    const bool isFull = result < 0 && errno == EAGAIN;
-    const bool isSilent = isFull || (result == 0 && !answers(connection, limit));
+    const int error = connectionError(connection, *socketName, limit);
+    const bool isSilent = error == EAGAIN || (error == 0 && !answers(connection, limit));
     close(connection);
     // The next one is for those whom this one refuses.
-    if (isFull || result == 0) return isSilent;
+    if (error == 0 || error == EAGAIN) return isSilent;
   }
   return false;
 }
