@@ -70,13 +70,6 @@ void SimulatedScripts::keyCode(std::uint16_t keyCode, EventFlags modifiers) {
   parts_.keyboard.receiveKey(keyCode, modifiers);
 }
 
-void SimulatedScripts::click(const ScriptElement& element) {
-  throw ScriptError{ScriptErrorNotUnderstood,
-                    "Can\u2019t click " + element.description() +
-                        ": the elements of other programs cannot be reached.",
-                    ""};
-}
-
 void SimulatedScripts::reveal(const ScriptElement& element) {
   revealed_.push_back(element.description());
 }

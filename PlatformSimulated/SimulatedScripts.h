@@ -9,8 +9,10 @@
 #include "PlatformSimulated/SimulatedDialogs.h"
 #include "PlatformSimulated/SimulatedKeyboard.h"
 #include "PlatformSimulated/SimulatedProcesses.h"
+#include "PlatformSimulated/SimulatedProgramMenus.h"
 #include "PlatformSimulated/SimulatedRunLoopHost.h"
 #include "PlatformSimulated/SimulatedWorkspace.h"
+#include "QuillboxCommon/scripting/ScriptMenuElements.h"
 
 namespace qb {
 
@@ -27,7 +29,7 @@ class SimulatedScripts : public Scripts, private ScriptHost {
     SimulatedProcesses& processes;
     SimulatedWorkspace& workspace;
   };
-  explicit SimulatedScripts(Parts parts) : parts_(parts) {}
+  explicit SimulatedScripts(Parts parts) : parts_(parts), menus_(parts.processes) {}
 
   ScriptOutcome executeScript(Script& script) override;
 
@@ -43,6 +45,9 @@ class SimulatedScripts : public Scripts, private ScriptHost {
     shellResults_[command] = std::move(result);
   }
 
+  /// What the programs have in their menus, and what scripts have clicked there.
+  SimulatedProgramMenus& menus() { return menus_; }
+
   /// The sources of all scripts that were to be run, failed ones too.
   const std::vector<std::string>& executed() const { return executed_; }
   const std::vector<std::string>& shellCommands() const { return shellCommands_; }
@@ -57,13 +62,20 @@ class SimulatedScripts : public Scripts, private ScriptHost {
   void makeNewDocument(const ScriptApplication& application) override;
   void keystroke(const std::string& text, EventFlags modifiers) override;
   void keyCode(std::uint16_t keyCode, EventFlags modifiers) override;
-  void click(const ScriptElement& element) override;
+  void click(const ScriptElement& element) override { elements_.click(element); }
+  bool exists(const ScriptElement& element) override { return elements_.exists(element); }
+  bool isEnabled(const ScriptElement& element) override { return elements_.isEnabled(element); }
+  std::vector<std::string> namesOf(const ScriptElement& element) override {
+    return elements_.namesOf(element);
+  }
   void reveal(const ScriptElement& element) override;
   std::string doShellScript(const std::string& command) override;
   std::optional<std::size_t> displayAlert(const ScriptAlert& alert) override;
   void delay(TimeInterval seconds) override;
 
   Parts parts_;
+  SimulatedProgramMenus menus_;
+  ScriptMenuElements elements_{menus_};
   std::map<std::string, ShellResult> shellResults_;
   std::vector<std::string> executed_, shellCommands_, revealed_, newDocuments_;
 };

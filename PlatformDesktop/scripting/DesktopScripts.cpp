@@ -4,9 +4,12 @@
 #include <chrono>
 #include <thread>
 
+#include "Platform/KeyCodes.h"
 #include "Platform/ScriptAlerts.h"
 #include "PlatformDesktop/input/KeyCodeTable.h"
+#include "PlatformDesktop/scripting/AccessibleMenus.h"
 #include "PlatformDesktop/scripting/ShellCommand.h"
+#include "QuillboxCommon/scripting/ScriptMenuElements.h"
 
 namespace qb {
 
@@ -42,7 +45,8 @@ std::string letterOf(std::uint16_t keyCode) {
 /// The world of one run.
 class DesktopScripts::Host : public ScriptHost {
  public:
-  explicit Host(DesktopScripts& scripts) : scripts_(scripts) {}
+  explicit Host(DesktopScripts& scripts)
+      : scripts_(scripts), menus_(scripts.applications_, [this] { pressEscape(); }) {}
 
   /// The settings come up once it is known which pane of them is wanted: our own programs show
   /// some.
@@ -81,9 +85,11 @@ class DesktopScripts::Host : public ScriptHost {
       fail(ScriptErrorGeneral, "The keyboard has no key " + std::to_string(keyCode) + ".");
     }
   }
-  void click(const ScriptElement& element) override {
-    fail(ScriptErrorNotUnderstood, "Can\u2019t click " + element.description() +
-                                       ": the elements of other programs cannot be reached.");
+  void click(const ScriptElement& element) override { elements_.click(element); }
+  bool exists(const ScriptElement& element) override { return elements_.exists(element); }
+  bool isEnabled(const ScriptElement& element) override { return elements_.isEnabled(element); }
+  std::vector<std::string> namesOf(const ScriptElement& element) override {
+    return elements_.namesOf(element);
   }
 
   void reveal(const ScriptElement& element) override {
@@ -122,6 +128,9 @@ class DesktopScripts::Host : public ScriptHost {
     if (scripts_.typer_ == nullptr) fail(ScriptErrorGeneral, "There is no keyboard.");
     return *scripts_.typer_;
   }
+  void pressEscape() {
+    if (scripts_.typer_ != nullptr) scripts_.typer_->pressKey(KeyCodeEscape);
+  }
   void bringForward(const ScriptApplication& application) {
     expectInFront(scripts_.applications_.activate(application), application);
   }
@@ -142,6 +151,8 @@ class DesktopScripts::Host : public ScriptHost {
   }
 
   DesktopScripts& scripts_;
+  AccessibleMenus menus_;
+  ScriptMenuElements elements_{menus_};
   bool settingsAreWanted_ = false;
   bool paneIsShown_ = false;
 };

@@ -73,13 +73,14 @@ std::string ScriptApplications::identifierOf(const ScriptApplication& applicatio
 
 ProcessSerialNumber ScriptApplications::running(const ScriptApplication& application) const {
   processes_.update();
+  const ProcessSerialNumber front = processes_.activeProcess();
   ProcessSerialNumber best;
   int bestFit = 0;
   for (const ProcessSerialNumber number : processes_.running()) {
     const auto information = processes_.processInformation(number);
     if (!information) continue;
     const int own = fit(application, information->name, information->bundleIdentifier);
-    if (own > bestFit) {
+    if (own > bestFit || (own != 0 && own == bestFit && number == front)) {
       bestFit = own;
       best = number;
     }

@@ -8,11 +8,13 @@
 
 namespace qb {
 
-/// How long a script waits for an application to come to the front. It blocks this program, so it
-/// must end.
+/// How long a script waits for an application to come to the front, or to answer. It blocks this
+/// program, so it must end.
 struct ScriptPatience {
   TimeInterval withRunning = 5;
   TimeInterval withStarted = 20;
+  /// What a program that shows no menus gets to come as far as that.
+  TimeInterval withMenus = 1;
 };
 
 /// The applications that scripts speak of: by the names that they have here, or by those of the
@@ -34,6 +36,11 @@ class ScriptApplications {
     None,
   };
   void setPatience(const ScriptPatience& patience) { patience_ = patience; }
+  const ScriptPatience& patience() const { return patience_; }
+
+  /// The process that a script means, of several the one in front; the null number when it does not
+  /// run.
+  ProcessSerialNumber running(const ScriptApplication& application) const;
 
   /// Brings it to the front, starting it where needed, and waits until it is there.
   Arrival activate(const ScriptApplication& application);
@@ -47,7 +54,6 @@ class ScriptApplications {
   bool frontIsTerminal() const;
 
  private:
-  ProcessSerialNumber running(const ScriptApplication& application) const;
   const DesktopEntry* installed(const ScriptApplication& application) const;
   Arrival start(const DesktopEntry& entry);
   bool frontIsOf(const DesktopEntry& entry) const;

@@ -29,8 +29,9 @@ struct ScriptOutcome {
 /// Known are: tell (as a block and with "to"), handlers with parameters, "my", set (with lists as
 /// patterns), copy, local, global, property, if, repeat, try, error, return, lists and their items,
 /// text and its parts, the usual operators, do shell script, display alert, delay, ASCII character,
-/// activate and quit, keystroke and key code of System Events, its elements for click, and the
-/// panes of System Preferences. Lines end in "\r", "\n" or both. Any other word is an error.
+/// activate and quit, keystroke and key code of System Events, its elements for click, exists,
+/// enabled and name, and the panes of System Preferences. Lines end in "\r", "\n" or both. Any other
+/// word is an error.
 /// However the source looks, a script ends: what it may take is bounded.
 class Script {
  public:

@@ -31,6 +31,7 @@ ExpressionPointer ExpressionParser::applicationCommand() {
   if (tokens_.acceptWord("keystroke")) return keyCommand(CommandName::Keystroke);
   if (tokens_.acceptWords({"key", "code"})) return keyCommand(CommandName::KeyCode);
   if (tokens_.acceptWord("click")) return withDirect(CommandName::Click, directParameter());
+  if (tokens_.acceptWord("exists")) return withDirect(CommandName::Exists, directParameter());
   if (tokens_.acceptWord("reveal")) return withDirect(CommandName::Reveal, directParameter());
   if (tokens_.acceptWords({"make", "new", "document"})) {
     tokens_.acceptWords({"at", "the", "beginning", "of", "documents"});

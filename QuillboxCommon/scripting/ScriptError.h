@@ -21,6 +21,8 @@ enum ScriptErrorNumber : std::int32_t {
   ScriptErrorStackOverflow = -2706,
   ScriptErrorSyntax = -2741,
   ScriptErrorUndefinedVariable = -2753,
+  ScriptErrorHandlerFailed = -10000,
+  ScriptErrorNoAssistiveAccess = -25211,
 };
 
 /// Why a script cannot be compiled, or where it stopped. Thrown by what a script is made of and by

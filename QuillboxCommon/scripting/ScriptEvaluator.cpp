@@ -166,12 +166,16 @@ Value Evaluator::valueOf(const Part& node) {
 Value Evaluator::valueOf(const Property& node) {
   const Value container = containerOf(node.container);
   takeEffort(container.text() != nullptr ? 32 * container.weight() : container.weight());
+  const ScriptElement* const element = container.element();
+  if (element != nullptr && isOfSystemEvents(element->application) && !element->path.empty()) {
+    if (const auto value = propertyOfElement(node.name, *element)) return *value;
+  }
   return propertyOf(node.name, container);
 }
 
 Value Evaluator::valueOf(const Element& node) {
   const Value container = containerOf(node.container);
-  const Value selector = evaluate(*node.selector);
+  const Value selector = node.selector ? evaluate(*node.selector) : Value("");
   ScriptElement::Step step{node.elementClass, ScriptElement::Selection::Name,
                            selector.coercedText().value_or("")};
   if (selector.number()) step.selection = ScriptElement::Selection::Index;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -113,6 +114,9 @@ class Evaluator {
   ScriptElement elementOf(const Command& command);
   ScriptApplication applicationOf(const Command& command);
   EventFlags modifiersOf(const Command& command);
+  /// What only the host knows; none for another property.
+  std::optional<Value> propertyOfElement(const std::string& name, const ScriptElement& element);
+  static bool isOfSystemEvents(const ScriptApplication& application);
   void requireSystemEvents(const std::string& command) const;
 
   std::string text(const Expression& expression);

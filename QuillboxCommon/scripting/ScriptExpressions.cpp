@@ -75,6 +75,10 @@ ExpressionPointer ExpressionParser::binary(int lowest) {
       left = makeExpression(Coercion{std::move(left), valueType()});
       continue;
     }
+    if (tellDepth_ > 0 && comparisonPrecedence >= lowest && tokens_.acceptWord("exists")) {
+      left = withDirect(CommandName::Exists, std::move(left));
+      continue;
+    }
     const auto found = operatorHere();
     if (!found || found->precedence < lowest) return left;
     tokens_.skip(found->words);

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "QuillboxCommon/scripting/ScriptNode.h"
@@ -64,6 +65,9 @@ class ExpressionParser {
   ExpressionPointer ordinalPart();
   ExpressionPointer property();
   ExpressionPointer element();
+  ExpressionPointer everyElement(std::string_view elementClass);
+  /// None when the words here are no class of elements.
+  std::optional<std::string_view> elementClass(bool* isPlural);
   ExpressionPointer selector();
   std::optional<Part::Kind> partKind(bool* isPlural);
   ExpressionPointer specifierAfterPossessive();

@@ -23,11 +23,12 @@ struct ScriptApplication {
 
 /// Something inside an application, such as a menu item or a pane of the settings.
 struct ScriptElement {
-  enum class Selection : std::uint8_t { Index, Name, Identifier };
+  enum class Selection : std::uint8_t { Index, Name, Identifier, Every };
   struct Step {
     /// "menu item", "pane" and so on.
     std::string elementClass;
     Selection selection = Selection::Name;
+    /// Empty where every one is meant.
     std::string selector;
 
     friend bool operator==(const Step&, const Step&) = default;
@@ -74,7 +75,13 @@ class ScriptHost {
   virtual void keystroke(const std::string& text, EventFlags modifiers) = 0;
   /// Presses and releases a virtual key of the program in front.
   virtual void keyCode(std::uint16_t keyCode, EventFlags modifiers) = 0;
+  /// Chooses an entry of a program's menus, as by a click of its user; what that sets off may go on
+  /// afterwards.
   virtual void click(const ScriptElement& element) = 0;
+  virtual bool exists(const ScriptElement& element) = 0;
+  virtual bool isEnabled(const ScriptElement& element) = 0;
+  /// The names of all that `element` stands for, in their order; empty for what has none.
+  virtual std::vector<std::string> namesOf(const ScriptElement& element) = 0;
   /// Shows a pane of the system's settings, or a place in it.
   virtual void reveal(const ScriptElement& element) = 0;
   /// Runs a command of the shell to its end and answers what it has written, as it is. A command

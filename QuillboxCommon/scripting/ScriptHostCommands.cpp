@@ -75,6 +75,11 @@ Value Evaluator::valueOf(const Command& node) {
       asked([&] { host_.click(element); });
       return Value(element);
     }
+    case CommandName::Exists: {
+      requireSystemEvents("exists");
+      const ScriptElement element = elementOf(node);
+      return Value(asked([&] { return host_.exists(element); }));
+    }
     case CommandName::Reveal: {
       const ScriptElement element = elementOf(node);
       asked([&] { host_.reveal(element); });
@@ -118,12 +123,32 @@ ScriptElement Evaluator::elementOf(const Command& command) {
   return *element;
 }
 
+std::optional<Value> Evaluator::propertyOfElement(const std::string& name,
+                                                  const ScriptElement& element) {
+  if (name == "enabled") return Value(asked([&] { return host_.isEnabled(element); }));
+  const auto selection = element.path.back().selection;
+  const bool isEvery = selection == ScriptElement::Selection::Every;
+  if (name != "name" || !(isEvery || selection == ScriptElement::Selection::Index)) {
+    return std::nullopt;
+  }
+  std::vector<Value> names;
+  for (std::string& each : asked([&] { return host_.namesOf(element); })) {
+    names.emplace_back(std::move(each));
+  }
+  if (!isEvery && names.size() == 1) return counted(std::move(names.front()));
+  return counted(Value::list(std::move(names)));
+}
+
+bool Evaluator::isOfSystemEvents(const ScriptApplication& application) {
+  return lowerCase(application.name) ==
+         (application.byIdentifier ? "com.apple.systemevents" : "system events");
+}
+
 void Evaluator::requireSystemEvents(const std::string& command) const {
   const ScriptElement* const target = targets_.back().element();
   const ScriptApplication application =
       target == nullptr ? ScriptApplication{} : target->application;
-  const std::string name = lowerCase(application.name);
-  if (name == (application.byIdentifier ? "com.apple.systemevents" : "system events")) return;
+  if (isOfSystemEvents(application)) return;
   throw ScriptError{ScriptErrorNotUnderstood, stringWithFormat("Can\u2019t continue %@.", command),
                     application.name};
 }

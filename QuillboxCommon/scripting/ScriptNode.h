@@ -96,6 +96,7 @@ struct Element {
   std::string elementClass;
   /// None when the selector's kind decides: a number is an index, anything else a name.
   std::optional<ScriptElement::Selection> selection;
+  /// Null where every one is meant.
   ExpressionPointer selector;
   ExpressionPointer container;
 };
@@ -115,6 +116,7 @@ enum class CommandName : std::uint8_t {
   Delay,
   DisplayAlert,
   DoShellScript,
+  Exists,
   KeyCode,
   Keystroke,
   MakeDocument,

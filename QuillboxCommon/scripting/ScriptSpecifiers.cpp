@@ -57,7 +57,11 @@ ExpressionPointer ExpressionParser::ordinalPart() {
   bool isPlural = false;
   if (tokens_.acceptWord("every")) {
     const auto kind = partKind(&isPlural);
-    if (!kind) tokens_.failExpecting("class name");
+    if (!kind) {
+      const auto elements = tellDepth_ > 0 ? elementClass(&isPlural) : std::nullopt;
+      if (!elements) tokens_.failExpecting("class name");
+      return everyElement(*elements);
+    }
     Part every;
     every.kind = *kind;
     every.choice = Part::Choice::Every;
@@ -111,22 +115,25 @@ ExpressionPointer ExpressionParser::property() {
   if (tokens_.acceptWords({"current", "pane"})) {
     return makeExpression(Property{"current pane", nullptr});
   }
-  for (const std::string_view name : {"frontmost", "name"}) {
+  for (const std::string_view name : {"enabled", "frontmost", "name"}) {
     if (tokens_.acceptWord(name)) return makeExpression(Property{std::string(name), nullptr});
   }
   return nullptr;
 }
 
-ExpressionPointer ExpressionParser::element() {
+std::optional<std::string_view> ExpressionParser::elementClass(bool* isPlural) {
   struct Name {
     std::initializer_list<std::string_view> words;
     std::string_view elementClass;
+    bool isPlural = false;
   };
   // Longer forms first.
   static const Name names[] = {
       {{"menu", "bar", "item"}, "menu bar item"},
+      {{"menu", "bar", "items"}, "menu bar item", true},
       {{"menu", "bar"}, "menu bar"},
       {{"menu", "item"}, "menu item"},
+      {{"menu", "items"}, "menu item", true},
       {{"menu", "button"}, "menu button"},
       {{"menu"}, "menu"},
       {{"application", "process"}, "process"},
@@ -138,13 +145,29 @@ ExpressionPointer ExpressionParser::element() {
   };
   for (const Name& name : names) {
     if (!tokens_.acceptWords(name.words)) continue;
-    Element element;
-    element.elementClass = name.elementClass;
-    if (tokens_.acceptWord("id")) element.selection = ScriptElement::Selection::Identifier;
-    element.selector = selector();
-    return makeExpression(std::move(element));
+    *isPlural = name.isPlural;
+    return name.elementClass;
   }
-  return nullptr;
+  return std::nullopt;
+}
+
+ExpressionPointer ExpressionParser::everyElement(std::string_view elementClass) {
+  Element element;
+  element.elementClass = elementClass;
+  element.selection = ScriptElement::Selection::Every;
+  return makeExpression(std::move(element));
+}
+
+ExpressionPointer ExpressionParser::element() {
+  bool isPlural = false;
+  const auto found = elementClass(&isPlural);
+  if (!found) return nullptr;
+  if (isPlural) return everyElement(*found);
+  Element element;
+  element.elementClass = *found;
+  if (tokens_.acceptWord("id")) element.selection = ScriptElement::Selection::Identifier;
+  element.selector = selector();
+  return makeExpression(std::move(element));
 }
 
 /// A number, a name or anything in brackets: what follows with "of" belongs to the whole.

@@ -18,6 +18,10 @@ std::string ScriptElement::description() const {
   std::string text;
   for (auto step = path.rbegin(); step != path.rend(); ++step) {
     if (!text.empty()) text += " of ";
+    if (step->selection == Selection::Every) {
+      text += "every " + step->elementClass;
+      continue;
+    }
     text += step->elementClass + ' ';
     if (step->selection == Selection::Identifier) text += "id ";
     text += step->selection == Selection::Index ? step->selector : quoted(step->selector);

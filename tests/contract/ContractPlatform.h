@@ -57,6 +57,13 @@ class ContractPlatform {
   /// How many presses of the left button an instance has got so far.
   virtual int pressesReceived(ProcessSerialNumber client) = 0;
 
+  /// Starts another program, "Menus", and returns once the platform sees it in front. It has a menu
+  /// "View" with a menu "Zoom", that has a menu "More", that has an entry "200 %"; and a menu
+  /// "File" with an entry "Close", which is disabled.
+  virtual ProcessSerialNumber startMenuClient() = 0;
+  /// Whether its user, or who stands in for him, has chosen "200 %".
+  virtual bool menuClientHasZoomed() = 0;
+
   /// Another program takes a combination of `HotKeyModifier` bits for itself, for as long as the
   /// desktop lives.
   virtual void takeHotKeyElsewhere(std::uint16_t keyCode, std::uint32_t modifiers) = 0;

@@ -78,6 +78,11 @@ class Desk {
     std::ofstream(clientPath()) << "[Desktop Entry]\nType=Application\nName=Client\nExec="
                                 << CONTRACT_CLIENT << ' ' << clientArguments
                                 << "\nStartupWMClass=" << clientClass << "\n";
+    std::ofstream(folder(".local/share/applications") + "/org.contract.menus.desktop")
+        << "[Desktop Entry]\nType=Application\nName=Menus\nExec=" << CONTRACT_MENU_CLIENT
+        << "\nStartupWMClass=Qtmenus\n";
+    // As where the desktop's switch for assistive technologies is on when programs start.
+    setenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1", 1);
     manager_ = test::startWindowManager(display(), test::WindowManagerKeys::None);
     static int argumentCount = 1;
     static char name[] = "contract";
@@ -116,8 +121,9 @@ class DeskEnvironment : public testing::Environment {
 /// One running instance of the client and what it has written down.
 class Client {
  public:
-  Client() {
-    process_.start(CONTRACT_CLIENT, QString(clientArguments).split(' '));
+  Client() : Client(CONTRACT_CLIENT, QString(clientArguments).split(' ')) {}
+  Client(const QString& program, const QStringList& arguments) {
+    process_.start(program, arguments);
     process_.waitForStarted();
   }
   ~Client() {
@@ -171,16 +177,7 @@ class DesktopContractPlatform : public ContractPlatform {
   std::string clientPath() override { return Desk::instance().clientPath(); }
   std::string clientBundleIdentifier() override { return "org.contract.client"; }
 
-  ProcessSerialNumber startClient() override {
-    auto client = std::make_unique<Client>();
-    ProcessSerialNumber number;
-    waitUntil([&] {
-      number = platform_->processes().getFrontProcess();
-      return number.lowLongOfPSN == static_cast<std::uint32_t>(client->pid());
-    });
-    clients_[number.lowLongOfPSN] = std::move(client);
-    return number;
-  }
+  ProcessSerialNumber startClient() override { return adopt(std::make_unique<Client>()); }
   void stopClient(ProcessSerialNumber client) override {
     clients_.erase(client.lowLongOfPSN);
     waitUntil([&] { return !platform_->processes().processInformation(client); });
@@ -225,6 +222,13 @@ class DesktopContractPlatform : public ContractPlatform {
   }
   int pressesReceived(ProcessSerialNumber client) override {
     return clients_.at(client.lowLongOfPSN)->count("button 1");
+  }
+
+  ProcessSerialNumber startMenuClient() override {
+    return menuClient_ = adopt(std::make_unique<Client>(CONTRACT_MENU_CLIENT, QStringList()));
+  }
+  bool menuClientHasZoomed() override {
+    return clients_.at(menuClient_.lowLongOfPSN)->count("chose 200 %") > 0;
   }
 
   void takeHotKeyElsewhere(std::uint16_t keyCode, std::uint32_t modifiers) override {
@@ -346,6 +350,16 @@ class DesktopContractPlatform : public ContractPlatform {
     clipboardOwner_->kill();
     clipboardOwner_->waitForFinished();
   }
+  /// Returns once it is in front.
+  ProcessSerialNumber adopt(std::unique_ptr<Client> client) {
+    ProcessSerialNumber number;
+    waitUntil([&] {
+      number = platform_->processes().getFrontProcess();
+      return number.lowLongOfPSN == static_cast<std::uint32_t>(client->pid());
+    });
+    clients_[number.lowLongOfPSN] = std::move(client);
+    return number;
+  }
   static Color colorOf(const QColor& color) {
     return Color::colorWithCalibratedRed(color.redF(), color.greenF(), color.blueF(),
                                          color.alphaF());
@@ -377,6 +391,7 @@ class DesktopContractPlatform : public ContractPlatform {
   Moment nextPress_ = 0;
   std::unique_ptr<DesktopPlatform> platform_;
   std::map<std::uint32_t, std::unique_ptr<Client>> clients_;
+  ProcessSerialNumber menuClient_;
   std::unique_ptr<QProcess> clipboardOwner_;
 };
 

@@ -88,11 +88,52 @@ TEST_F(ScriptsContract, ApplicationsThatAreNotThere) {
             "Nobody got an error: Can\u2019t get application \"Nobody\".");
 }
 
-TEST_F(ScriptsContract, ElementsOfOtherProgramsCannotBeReached) {
-  EXPECT_EQ(errorOf("tell application \"System Events\" to click menu item \"x\" of menu bar 1 of "
-                    "process \"Client\""),
-            "System Events got an error: Can\u2019t click menu item \"x\" of menu bar 1 of process "
-            "\"Client\": the elements of other programs cannot be reached.");
+const std::string ofMenuBar = " of menu bar 1 of process \"Menus\"";
+
+TEST_F(ScriptsContract, AnEntryOfAMenuIsClicked) {
+  desktop_->startMenuClient();
+  EXPECT_EQ(errorOf("tell application \"System Events\" to click menu item \"200 %\" of menu 1 of "
+                    "menu item \"More\" of menu \"Zoom\" of menu item \"Zoom\" of menu \"View\"" +
+                    ofMenuBar),
+            "");
+  EXPECT_TRUE(waitUntil([&] { return desktop_->menuClientHasZoomed(); }));
+}
+
+TEST_F(ScriptsContract, EntriesThatCannotBeClicked) {
+  desktop_->startMenuClient();
+  EXPECT_EQ(errorOf("tell application \"System Events\" to click menu item \"Close\" of menu "
+                    "\"File\"" +
+                    ofMenuBar),
+            "System Events got an error: Can\u2019t click menu item \"Close\" of menu \"File\" of "
+            "menu bar 1 of process \"Menus\": it is disabled.");
+  EXPECT_EQ(
+      errorOf("tell application \"System Events\" to click menu bar item \"Tools\"" + ofMenuBar),
+      "System Events got an error: Can\u2019t get menu bar item \"Tools\" of menu bar 1 of "
+      "process \"Menus\".");
+  EXPECT_EQ(errorOf("tell application \"System Events\" to click menu bar item 1 of menu bar 1 of "
+                    "process \"Nobody\""),
+            "System Events got an error: Can\u2019t get process \"Nobody\".");
+}
+
+TEST_F(ScriptsContract, ScriptsCanAskForEntries) {
+  desktop_->startMenuClient();
+  const ScriptOutcome outcome = run(
+      "tell application \"System Events\"\rtell menu bar 1 of process \"Menus\"\r{name of every "
+      "menu bar item, exists menu bar item \"Edit\", enabled of menu item \"Close\" of menu "
+      "\"File\"}\rend tell\rend tell");
+  ASSERT_TRUE(outcome.succeeded());
+  EXPECT_EQ(outcome.descriptor,
+            (ScriptDescriptor{
+                std::nullopt,
+                {{std::nullopt, {{"File", {}}, {"View", {}}}}, {"false", {}}, {"false", {}}}}));
+}
+
+TEST_F(ScriptsContract, ThatWhichIsInNoMenuCannotBeReached) {
+  desktop_->startMenuClient();
+  EXPECT_EQ(errorOf("tell application \"System Events\" to click button 1 of window 1 of process "
+                    "\"Menus\""),
+            "System Events got an error: Can\u2019t get window 1 of process \"Menus\": only the "
+            "menus of other programs can be reached.");
 }
 
 TEST_F(ScriptsContract, ResultsAndErrorsAreTheScripts) {

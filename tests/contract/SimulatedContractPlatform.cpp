@@ -69,6 +69,19 @@ class SimulatedContractPlatform : public ContractPlatform {
         }));
   }
 
+  ProcessSerialNumber startMenuClient() override {
+    const ProcessSerialNumber number = simulated_.processes().launchInFront(
+        {"org.contract.menus", "Menus", "/apps/Menus.desktop"});
+    simulated_.scripts().menus().setMenuBar(
+        number,
+        {{"File", {{"Close", {}, false}}}, {"View", {{"Zoom", {{"More", {{"200 %", {}}}}}}}}});
+    return number;
+  }
+  bool menuClientHasZoomed() override {
+    const auto& clicks = simulated_.scripts().menus().clicks();
+    return !clicks.empty() && clicks.back().path == "View:Zoom:More:200 %";
+  }
+
   void takeHotKeyElsewhere(std::uint16_t keyCode, std::uint32_t modifiers) override {
     simulated_.hotKeys().setOwnedByAnotherProgram(keyCode, modifiers);
   }

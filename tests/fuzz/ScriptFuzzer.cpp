@@ -18,6 +18,18 @@ class ObligingHost : public qb::ScriptHost {
   void keystroke(const std::string&, qb::EventFlags) override {}
   void keyCode(std::uint16_t, qb::EventFlags) override {}
   void click(const qb::ScriptElement& element) override { require(!element.path.empty()); }
+  bool exists(const qb::ScriptElement& element) override {
+    require(!element.path.empty());
+    return element.path.size() > 1;
+  }
+  bool isEnabled(const qb::ScriptElement& element) override {
+    require(!element.path.empty());
+    return element.path.size() > 2;
+  }
+  std::vector<std::string> namesOf(const qb::ScriptElement& element) override {
+    require(!element.path.empty());
+    return std::vector<std::string>(element.path.size(), element.path.back().elementClass);
+  }
   void reveal(const qb::ScriptElement& element) override { require(!element.path.empty()); }
   std::string doShellScript(const std::string& command) override { return command; }
   std::optional<std::size_t> displayAlert(const qb::ScriptAlert& alert) override {

@@ -15,8 +15,11 @@ QStringList argumentsOf(const std::string& windowClass) {
 
 }  // namespace
 
-ScriptClient::ScriptClient(const std::string& windowClass) {
-  process_.start(SCRIPT_TEST_CLIENT, argumentsOf(windowClass));
+ScriptClient::ScriptClient(const std::string& windowClass)
+    : ScriptClient(SCRIPT_TEST_CLIENT, argumentsOf(windowClass)) {}
+
+ScriptClient::ScriptClient(const QString& program, const QStringList& arguments) {
+  process_.start(program, arguments);
   EXPECT_TRUE(process_.waitForStarted());
 }
 
@@ -54,7 +57,7 @@ ScriptDesk::ScriptDesk() : processes(catalogue, std::make_shared<ProgramWindows>
                                        .deliverKey = {}});
   input = std::get<std::unique_ptr<DesktopInput>>(std::move(created));
   scripts.setTyper(&input->typer());
-  scripts.setPatience({longestWait, longestWait});
+  scripts.setPatience({longestWait, longestWait, longestWait});
 }
 
 ScriptDesk::~ScriptDesk() {
@@ -75,10 +78,14 @@ std::string ScriptDesk::errorOf(const std::string& source) {
 
 std::unique_ptr<ScriptClient> ScriptDesk::startClient(const std::string& windowClass) {
   auto client = std::make_unique<ScriptClient>(windowClass);
-  EXPECT_TRUE(waitFor([&] {
-    return processes.activeProcess().lowLongOfPSN == static_cast<std::uint32_t>(client->pid());
-  }));
+  waitUntilInFront(*client);
   return client;
+}
+
+void ScriptDesk::waitUntilInFront(const ScriptClient& client) {
+  EXPECT_TRUE(waitFor([&] {
+    return processes.activeProcess().lowLongOfPSN == static_cast<std::uint32_t>(client.pid());
+  }));
 }
 
 bool ScriptDesk::waitFor(const std::function<bool()>& condition) {

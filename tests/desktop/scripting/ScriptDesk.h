@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QProcess>
+#include <QStringList>
 #include <memory>
 #include <string>
 #include <vector>
@@ -36,7 +37,9 @@ class PromptDialogs : public Dialogs {
 /// Another program with a window, which tells what it gets.
 class ScriptClient {
  public:
+  /// The recording client.
   explicit ScriptClient(const std::string& windowClass);
+  ScriptClient(const QString& program, const QStringList& arguments);
   ~ScriptClient();
   std::int32_t pid() const { return static_cast<std::int32_t>(process_.processId()); }
   /// Waits until it has told a line; false when that takes much too long.
@@ -62,6 +65,7 @@ class ScriptDesk : public ::testing::Test {
   std::string errorOf(const std::string& source);
   /// An instance that is in front.
   std::unique_ptr<ScriptClient> startClient(const std::string& windowClass);
+  void waitUntilInFront(const ScriptClient& client);
   bool waitFor(const std::function<bool()>& condition);
   std::string nameOfFrontProgram();
   /// Programs that scripts have started.

@@ -9,10 +9,10 @@
 namespace {
 
 void installProgram(const qb::TemporaryFolder& home, const std::string& id, const std::string& name,
-                    const std::string& command) {
+                    const std::string& command, const std::string& windowClass = "") {
   home.write(".local/share/applications/" + id + ".desktop",
              "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + command +
-                 "\nStartupWMClass=" + name + "\n");
+                 "\nStartupWMClass=" + (windowClass.empty() ? name : windowClass) + "\n");
 }
 
 void install(const qb::TemporaryFolder& home, const std::string& id, const std::string& name,
@@ -28,14 +28,18 @@ int main(int argc, char* argv[]) {
   install(home, "org.test.plain", "Plain");
   install(home, "org.test.term", "Term", "\nCategories=System;TerminalEmulator;");
   installProgram(home, "org.test.mute", "Mute", "true");
+  installProgram(home, "org.test.qtmenus", "Qt Menus", QT_MENUS, "Qtmenus");
+  installProgram(home, "org.test.gtkmenus", "GTK Menus", GTK_MENUS, "Gtkmenus");
   install(home, "org.test.files", "Files");
   install(home, "gnome-control-center", "Control");
   home.write(".config/mimeapps.list",
              "[Default Applications]\ninode/directory=org.test.files.desktop\n");
   qputenv("HOME", home.path().c_str());
-  for (const char* name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS"}) {
+  for (const char* name :
+       {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS", "DBUS_SESSION_BUS_ADDRESS"}) {
     qunsetenv(name);
   }
+  qputenv("XDG_RUNTIME_DIR", home.path().c_str());
   qputenv("QT_NO_GLIB", "1");
   const qb::test::XServer server({"-screen", "0", "1280x800x24"});
   qputenv("DISPLAY", server.display().c_str());

@@ -231,6 +231,8 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"\"a", "-2741: Expected \u201c\"\u201d but found end of script."},
         Row{"\"a\\b\"", "-2741: Expected \u201c\"\u201d but found unknown token."},
         Row{"1 + @", "-2741: Expected expression but found unknown token."},
+        Row{"every menu item", "-2741: Expected class name but found \u201cmenu\u201d."},
+        Row{"exists 5", "-2741: Expected end of line but found number."},
         Row{"12ab", "-2741: Expected end of line but found unknown token."},
         Row{"(* never ends", "-2741: Expected \u201c*)\u201d but found end of script."},
         Row{"1 \u00ac 2", "-2741: Expected end of line after \u201c\u00ac\u201d."},

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -32,6 +33,18 @@ class RecordingScriptHost : public ScriptHost {
   void click(const ScriptElement& element) override {
     note(stringWithFormat("click %@", element.description()));
   }
+  bool exists(const ScriptElement& element) override {
+    note(stringWithFormat("exists %@", element.description()));
+    return !missing.contains(element.description());
+  }
+  bool isEnabled(const ScriptElement& element) override {
+    note(stringWithFormat("enabled %@", element.description()));
+    return !disabled.contains(element.description());
+  }
+  std::vector<std::string> namesOf(const ScriptElement& element) override {
+    note(stringWithFormat("name %@", element.description()));
+    return names;
+  }
   void reveal(const ScriptElement& element) override {
     note(stringWithFormat("reveal %@", element.description()));
   }
@@ -51,6 +64,9 @@ class RecordingScriptHost : public ScriptHost {
   /// The pressed button of every alert.
   std::optional<std::size_t> answer = 0;
   std::map<std::string, std::string> outputs;
+  /// Elements by their descriptions; all others are there and enabled.
+  std::set<std::string> missing, disabled;
+  std::vector<std::string> names;
   /// The call that fails, as it is written down, and with what.
   std::string failingCall;
   ScriptError failure;
