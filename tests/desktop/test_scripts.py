@@ -38,6 +38,8 @@ menu_click({{{1}}})
 class ScriptFiles(FolderRowTestCase):
     """A script in a folder reaches into the menus of a program, which it starts for that."""
 
+    services = ["org.a11y.Bus"]
+
     def start_program(self):
         self.write_program()
         script = self.desktop.home / "Documents/zoom.scpt"

@@ -11,10 +11,11 @@ SIGNAL = "com.vorlane.Quillbox.DistributedNotifications.Posted"
 OBJECT_PATH = "/com/vorlane/Quillbox/DistributedNotifications"
 SENDER = "com.vorlane.quillboxPreferences"
 DENIED = "InputAccessIsDenied"
-# Unlike the system's own it starts none of the services that this machine may have.
+# Unlike the system's own it starts only those of this machine's services that are put there.
 BUS = """<busconfig>
   <type>session</type>
   <listen>unix:tmpdir=/tmp</listen>
+  <servicedir>{}</servicedir>
   <auth>EXTERNAL</auth>
   <policy context="default">
     <allow send_destination="*" eavesdrop="true"/>
@@ -28,16 +29,25 @@ BUS = """<busconfig>
 class SessionTestCase(DesktopTestCase):
     """With a session bus that is the test's own."""
 
+    services = ()  # Those that the bus may start, by their names.
+
     def start_window_manager(self):
         super().start_window_manager()
         configuration = self.desktop.folder / "bus.xml"
-        configuration.write_text(BUS)
+        configuration.write_text(BUS.format(self._services_folder()))
         self.bus = self.desktop.start(["dbus-daemon", f"--config-file={configuration}", "--nofork",
                                        "--nopidfile", "--print-address"])
         address = self.bus.wait_for_line(lambda line: line.startswith("unix:"))
         self.assertIsNotNone(address, "no session bus")
         lines = [line for line in self.bus.lines if line.startswith("unix:")]
         self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"] = lines[0]
+
+    def _services_folder(self):
+        folder = self.desktop.folder / "services"
+        folder.mkdir()
+        for name in self.services:
+            (folder / f"{name}.service").symlink_to(f"/usr/share/dbus-1/services/{name}.service")
+        return folder
 
     def post(self, name):
         self.desktop.run(["dbus-send", "--session", "--type=signal", OBJECT_PATH, SIGNAL,

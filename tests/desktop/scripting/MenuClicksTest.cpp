@@ -7,6 +7,7 @@
 #include <optional>
 #include <ostream>
 
+#include "Listener.h"
 #include "PrivateBus.h"
 #include "ScriptDesk.h"
 #include "support/MenuScripts.h"
@@ -202,6 +203,21 @@ TEST_F(MenuClicksTest, WithoutABusNothingIsReached) {
   EXPECT_EQ(errorOfChoosing({"Plain", "File", "Open"}),
             "System Events got an error: The menus of other programs cannot be reached: the "
             "session bus does not answer.");
+  qputenv("DBUS_SESSION_BUS_ADDRESS", address);
+}
+
+TEST_F(MenuClicksTest, ABusThatHangsIsGivenUp) {
+  const auto plain = startClient("Plain");
+  const Listener hanging(5);
+  scripts.setPatience({0.2, 0.2, 0.2});
+  const QByteArray address = qgetenv("DBUS_SESSION_BUS_ADDRESS");
+  qputenv("DBUS_SESSION_BUS_ADDRESS", hanging.address().c_str());
+  EXPECT_EQ(
+      errorOf("repeat 3000 times\rtry\rtell application \"System Events\" to exists menu bar 1 "
+              "of process \"Plain\"\rend try\rend repeat\r" +
+              menuScript({"Plain", "File", "Open"})),
+      "System Events got an error: The menus of other programs cannot be reached: the "
+      "session bus does not answer.");
   qputenv("DBUS_SESSION_BUS_ADDRESS", address);
 }
 
