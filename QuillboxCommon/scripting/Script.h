@@ -30,9 +30,8 @@ struct ScriptOutcome {
 /// patterns), copy, local, global, property, if, repeat, try, error, return, lists and their items,
 /// text and its parts, the usual operators, do shell script, display alert, delay, ASCII character,
 /// activate and quit, keystroke and key code of System Events, its elements for click, exists,
-/// enabled and name, and the panes of System Preferences. Lines end in "\r", "\n" or both. Any other
-/// word is an error.
-/// However the source looks, a script ends: what it may take is bounded.
+/// enabled and name, and the panes of System Preferences. Lines end in "\r", "\n" or both. Any
+/// other word is an error. However the source looks, a script ends: what it may take is bounded.
 class Script {
  public:
   explicit Script(std::string source);
