@@ -78,6 +78,7 @@ DesktopPlatform::DesktopPlatform(const ScreenFormats& formats)
       [this](const std::string& path, const std::string& application) {
         return ScriptApplications(catalogue_, processes_).openDocument(path, {.name = application});
       });
+  scripts_.setAfterPaste([this] { pasteboards_.finishPaste(); });
   catalogue_.setChangeObserver([this] {
     graphics_.forgetIcons();
     processes_.catalogueHasChanged();

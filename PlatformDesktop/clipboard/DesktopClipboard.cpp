@@ -210,6 +210,11 @@ bool DesktopClipboard::isSecret(const std::vector<std::string>& targets) const {
                       .starts_with(secretHint);
 }
 
+void DesktopClipboard::waitUntilTaken() {
+  catchUp();
+  if (isOwn()) owner_.waitUntilTaken();
+}
+
 std::int64_t DesktopClipboard::changeCount() const {
   catchUp();
   return changeCount_;

@@ -31,6 +31,9 @@ class DesktopClipboard : public Pasteboard {
   std::int64_t changeCount() const override;
   /// See `Pasteboards::generalPasteboardChanged`.
   ChangeNotice& changed() { return changed_; }
+  /// For whoever has just had a program paste what is there, and is about to put something else
+  /// there. See `SelectionOwner`; nothing for another program's content.
+  void waitUntilTaken();
 
  private:
   class ForeignItem;

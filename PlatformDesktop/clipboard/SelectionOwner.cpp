@@ -1,6 +1,7 @@
 #include "PlatformDesktop/clipboard/SelectionOwner.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace qb {
@@ -11,6 +12,9 @@ namespace {
 constexpr std::size_t largestPart = 128 << 10;
 /// Requestors that go away leave theirs unfinished.
 constexpr std::size_t mostTransfers = 16;
+constexpr std::chrono::milliseconds longestWaitUntilTaken{500};
+/// Between the questions of one program.
+constexpr std::chrono::milliseconds pauseAfterTaken{50};
 
 }  // namespace
 
@@ -54,6 +58,18 @@ bool SelectionOwner::own(std::vector<SelectionForm> forms, xcb_timestamp_t time)
   forms_ = std::move(known);
   since_ = time;
   return true;
+}
+
+void SelectionOwner::waitUntilTaken() {
+  std::unique_lock lock(mutex_);
+  const auto end = std::chrono::steady_clock::now() + longestWaitUntilTaken;
+  std::uint64_t seen = timesTaken_;
+  const auto isTakenAgain = [this, &seen] { return timesTaken_ != seen; };
+  auto until = end;
+  while (taken_.wait_until(lock, until, isTakenAgain)) {
+    seen = timesTaken_;
+    until = std::min(end, std::chrono::steady_clock::now() + pauseAfterTaken);
+  }
 }
 
 void SelectionOwner::serve() {
@@ -123,6 +139,9 @@ bool SelectionOwner::give(const xcb_selection_request_event_t& request, xcb_atom
   });
   if (form == forms.end()) return false;
   giveBytes(request.requestor, property, request.target, form->bytes());
+  const std::lock_guard lock(mutex_);
+  ++timesTaken_;
+  taken_.notify_all();
   return true;
 }
 

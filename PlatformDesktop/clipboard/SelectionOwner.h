@@ -1,5 +1,7 @@
 #pragma once
 
+#include <condition_variable>
+#include <cstdint>
 #include <functional>
 #include <list>
 #include <mutex>
@@ -31,6 +33,9 @@ class SelectionOwner {
   /// Takes the clipboard at that time of the server with that content. False when the server
   /// refuses. Main thread.
   bool own(std::vector<SelectionForm> forms, xcb_timestamp_t time);
+  /// Waits until another program takes some of the content, and then until none has for a moment;
+  /// half a second at most. Main thread.
+  void waitUntilTaken();
   xcb_window_t window() const { return window_; }
 
  private:
@@ -63,6 +68,9 @@ class SelectionOwner {
   std::mutex mutex_;
   std::vector<Form> forms_;
   xcb_timestamp_t since_ = 0;
+  /// How often some of the content has been given.
+  std::uint64_t timesTaken_ = 0;
+  std::condition_variable taken_;
   std::list<Transfer> transfers_;
   std::thread thread_;
 };

@@ -74,6 +74,8 @@ class DesktopScripts::Host : public ScriptHost {
     if (!typer().typeText(text, flags)) {
       fail(ScriptErrorGeneral, "Not all of the text could be typed.");
     }
+    const bool isPaste = (modifiers & EventFlagCommand) != 0 && text == "v";
+    if (isPaste && scripts_.afterPaste_) scripts_.afterPaste_();
   }
   /// A command is known by its letter, wherever the layout has that.
   void keyCode(std::uint16_t keyCode, EventFlags modifiers) override {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "Platform/Dialogs.h"
 #include "Platform/Scripts.h"
 #include "PlatformDesktop/input/TextTyper.h"
@@ -26,6 +28,8 @@ class DesktopScripts : public Scripts {
 
   /// What types; without one nothing can be typed. Null before it goes.
   void setTyper(TextTyper* typer) { typer_ = typer; }
+  /// Called when a script has typed the command to paste, before it goes on.
+  void setAfterPaste(std::function<void()> afterPaste) { afterPaste_ = std::move(afterPaste); }
   void setPatience(const ScriptPatience& patience) { applications_.setPatience(patience); }
 
   ScriptOutcome executeScript(Script& script) override;
@@ -37,6 +41,7 @@ class DesktopScripts : public Scripts {
   Dialogs& dialogs_;
   ScriptApplications applications_;
   TextTyper* typer_ = nullptr;
+  std::function<void()> afterPaste_;
 };
 
 }  // namespace qb

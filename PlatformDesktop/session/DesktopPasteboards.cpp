@@ -112,6 +112,10 @@ const std::shared_ptr<DesktopClipboard>& DesktopPasteboards::clipboard() {
   return general_;
 }
 
+void DesktopPasteboards::finishPaste() {
+  if (general_) general_->waitUntilTaken();
+}
+
 std::shared_ptr<Pasteboard> DesktopPasteboards::pasteboardWithName(const std::string& name) {
   auto& pasteboard = pasteboards_[name];
   if (!pasteboard) {

@@ -26,6 +26,9 @@ class DesktopPasteboards : public Pasteboards {
   ChangeNotice& generalPasteboardChanged() override;
   std::shared_ptr<Pasteboard> pasteboardWithName(const std::string& name) override;
 
+  /// A program has been told to paste: waits until it has what is on the clipboard.
+  void finishPaste();
+
   /// The file of a pasteboard: it is replaced at each change. For those who watch it.
   std::string pathOfPasteboardWithName(const std::string& name) const;
   const std::string& folder() const { return folder_; }

@@ -3,7 +3,10 @@
 #include <gmock/gmock.h>
 
 #include <QByteArray>
+#include <atomic>
+#include <chrono>
 #include <memory>
+#include <thread>
 
 #include "EventWait.h"
 #include "PlatformDesktop/clipboard/ClipboardForms.h"
@@ -33,6 +36,12 @@ class DesktopClipboardTest : public ::testing::Test {
           {target, [bytes = bytes] { return PropertyList::Data(bytes.begin(), bytes.end()); }});
     }
     ASSERT_TRUE(other_->own(std::move(forms), XCB_CURRENT_TIME));
+  }
+  static xcb_atom_t atom(const XClient& client, const std::string& name) {
+    xcb_connection_t* const x = client.xcb();
+    const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+        x, xcb_intern_atom(x, 0, static_cast<std::uint16_t>(name.size()), name.c_str()), nullptr));
+    return reply->atom;
   }
   std::string text() const {
     const auto data = clipboard_->dataForType("public.utf8-plain-text");
@@ -86,9 +95,7 @@ TEST_F(DesktopClipboardTest, AnOwnerThatHangsHasNothing) {
   XClient hanging(server_.display());
   hanging.openBypassWindow(0, 0, 10, 10);
   xcb_connection_t* const x = hanging.xcb();
-  const XReply<xcb_intern_atom_reply_t> atom(
-      xcb_intern_atom_reply(x, xcb_intern_atom(x, 0, 9, "CLIPBOARD"), nullptr));
-  xcb_set_selection_owner(x, hanging.window(), atom->atom, XCB_CURRENT_TIME);
+  xcb_set_selection_owner(x, hanging.window(), atom(hanging, "CLIPBOARD"), XCB_CURRENT_TIME);
   hanging.sync();
   EXPECT_THAT(clipboard_->pasteboardItems(), IsEmpty());
   EXPECT_EQ(clipboard_->changeCount(), 1);
@@ -110,6 +117,29 @@ TEST_F(DesktopClipboardTest, AnItemMayOutliveTheClipboard) {
   ASSERT_THAT(items, SizeIs(1));
   clipboard_.reset();
   EXPECT_EQ(items[0]->dataForType("public.utf8-plain-text"), std::nullopt);
+}
+
+TEST_F(DesktopClipboardTest, APasteIsOverWhenTheContentHasBeenTakenOrNobodyWantsIt) {
+  using Clock = std::chrono::steady_clock;
+  constexpr std::chrono::milliseconds longestWait{500};
+  clipboard_->clearContents();
+  ASSERT_TRUE(clipboard_->setData({'o'}, "public.utf8-plain-text"));
+  XClient program(server_.display());
+  program.openBypassWindow(0, 0, 10, 10);
+  std::atomic<bool> asks = false;
+  auto begin = Clock::now();
+  std::thread user([&] {
+    asks = true;
+    xcb_convert_selection(program.xcb(), program.window(), atom(program, "CLIPBOARD"),
+                          atom(program, "UTF8_STRING"), atom(program, "TAKEN"), XCB_CURRENT_TIME);
+    program.sync();
+  });
+  clipboard_->waitUntilTaken();
+  EXPECT_TRUE(asks || Clock::now() - begin >= longestWait);
+  user.join();
+  begin = Clock::now();
+  clipboard_->waitUntilTaken();
+  EXPECT_GE(Clock::now() - begin, longestWait);
 }
 
 TEST_F(DesktopClipboardTest, ManagersNeverSeeAnEmptyClipboardBetweenClearingAndWriting) {
