@@ -171,7 +171,8 @@ TEST_F(TabRowProviderTest, CatalogueNamesItsEntries) {
                          {"Active Applications", "ActiveApplicationsProvider"},
                          {"Recent Applications", "RecentApplicationsProvider"},
                          {"Dropbox Contents", "DropboxContentsProvider"},
-                         {"Folder Contents", "FolderContentsProvider"}}));
+                         {"Folder Contents", "FolderContentsProvider"},
+                         {"Clipboard History", "ClipboardHistoryProvider"}}));
 }
 
 }  // namespace
