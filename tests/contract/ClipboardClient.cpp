@@ -5,9 +5,12 @@
 //   clipboardclient hang TYPE FILE...    the same, but is stopped by the first question for one
 //   clipboardclient read TYPE            writes what is there under that name; fails when there is
 //                                        none
+//   clipboardclient field                a window "Field" with a text field; says "has TEXT" when
+//                                        that changes, and "ready" when it has the keyboard
+#include <QApplication>
 #include <QClipboard>
 #include <QFile>
-#include <QGuiApplication>
+#include <QLineEdit>
 #include <QMimeData>
 #include <csignal>
 #include <cstdio>
@@ -54,13 +57,28 @@ int read(const QString& type) {
   return 0;
 }
 
+int showField() {
+  QGuiApplication::setApplicationName("Field");
+  QLineEdit field;
+  QObject::connect(&field, &QLineEdit::textChanged,
+                   [](const QString& text) { say("has " + text); });
+  QObject::connect(qApp, &QApplication::focusChanged, [&field](const QWidget*, const QWidget* now) {
+    if (now == &field) say("ready");
+  });
+  field.setGeometry(20, 540, 300, 200);
+  field.show();
+  field.setFocus();
+  return QApplication::exec();
+}
+
 }  // namespace
 
 int main(int argc, char* argv[]) {
-  const QGuiApplication application(argc, argv);
+  const QApplication application(argc, argv);
   const QStringList words = QGuiApplication::arguments();
   if (words.size() > 3 && words[1] == "offer") return offer(words, false);
   if (words.size() > 3 && words[1] == "hang") return offer(words, true);
   if (words.size() == 3 && words[1] == "read") return read(words[2]);
+  if (words.size() == 2 && words[1] == "field") return showField();
   return 2;
 }

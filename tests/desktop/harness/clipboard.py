@@ -1,8 +1,9 @@
 """What other programs copy, and what becomes of it in the clipboard history."""
 
 import plistlib
+import subprocess
 
-from . import TOOLS
+from . import DEADLINE, TOOLS
 
 HISTORY = ".local/share/Quillbox/Clipboard History"
 HINT = "x-kde-passwordManagerHint"
@@ -38,6 +39,13 @@ class Clipboard:
     def copy_secret(self, text):
         """As programs that keep passwords do."""
         return self.offer({"text/plain": text.encode(), HINT: b"secret"})
+
+    def read(self, target):
+        """What another program finds there; None when there is no such thing."""
+        words = [TOOLS / "clipboardclient", "read", target]
+        read = subprocess.run(words, env=self.desktop.environment, capture_output=True,
+                              timeout=DEADLINE, check=False)
+        return read.stdout if read.returncode == 0 else None
 
     def history(self):
         """(extension, type, bytes) of each clipping, sorted."""
