@@ -111,6 +111,8 @@ class FileSystem {
   /// number when that is taken): nothing of the user's is lost. False, with the old file untouched,
   /// when anything fails.
   virtual bool writeToFile(const PropertyList& list, const std::string& path) = 0;
+  /// The same for any bytes, which take the place of whatever file has the name.
+  virtual bool writeDataToFile(const PropertyList::Data& data, const std::string& path) = 0;
 };
 
 }  // namespace qb

@@ -218,13 +218,7 @@ std::optional<PropertyList> SimulatedFileSystem::arrayWithContentsOfFile(
 }
 
 bool SimulatedFileSystem::writeToFile(const PropertyList& list, const std::string& path) {
-  if (writesFail_ || !(list.isDictionary() || list.isArray()) || folders_.contains(path)) {
-    return false;
-  }
-  for (std::string folder = folderOf(path); !folder.empty() && folder != "/";
-       folder = folderOf(folder)) {
-    if (files_.contains(folder)) return false;
-  }
+  if (!canWrite(path) || !(list.isDictionary() || list.isArray())) return false;
   const auto present = files_.find(path);
   const auto read = propertyList(path);
   if (present != files_.end() && !(read && read->kind() == list.kind())) {
@@ -234,13 +228,32 @@ bool SimulatedFileSystem::writeToFile(const PropertyList& list, const std::strin
     }
     files_[aside] = present->second;
   }
+  replace(path, list);
+  return true;
+}
+
+bool SimulatedFileSystem::writeDataToFile(const PropertyList::Data& data, const std::string& path) {
+  if (!canWrite(path)) return false;
+  replace(path, std::string(data.begin(), data.end()));
+  return true;
+}
+
+bool SimulatedFileSystem::canWrite(const std::string& path) const {
+  if (writesFail_ || folders_.contains(path)) return false;
+  for (std::string folder = folderOf(path); !folder.empty() && folder != "/";
+       folder = folderOf(folder)) {
+    if (files_.contains(folder)) return false;
+  }
+  return true;
+}
+
+void SimulatedFileSystem::replace(const std::string& path, Contents contents) {
   makeFolder(folderOf(path));
   // The name goes to another file.
   dates_.erase(path);
-  put(path, list);
+  put(path, std::move(contents));
   noteEntry(path);
   ++writes_[path];
-  return true;
 }
 
 void SimulatedFileSystem::putPropertyList(const std::string& path, PropertyList contents) {

@@ -55,6 +55,7 @@ class SimulatedFileSystem : public FileSystem {
   std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) const override;
   std::optional<PropertyList> arrayWithContentsOfFile(const std::string& path) const override;
   bool writeToFile(const PropertyList& list, const std::string& path) override;
+  bool writeDataToFile(const PropertyList::Data& data, const std::string& path) override;
 
   /// Paths may begin with "~" here. These work on a full disk too and are not counted as writes.
   void putPropertyList(const std::string& path, PropertyList contents);
@@ -95,6 +96,8 @@ class SimulatedFileSystem : public FileSystem {
 
  private:
   using Contents = std::variant<PropertyList, std::string>;
+  bool canWrite(const std::string& path) const;
+  void replace(const std::string& path, Contents contents);
   struct Dates {
     Date creation = 0, modification = 0;
   };

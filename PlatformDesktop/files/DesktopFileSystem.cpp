@@ -99,6 +99,28 @@ std::optional<PropertyList> listWithContentsOfFile(const std::string& path,
   return contents;
 }
 
+std::error_code replaceTarget(const std::string& target, std::string_view bytes,
+                              PropertyList::Kind kind) {
+  std::error_code error;
+  if (fs::is_directory(target, error)) return std::make_error_code(std::errc::is_a_directory);
+  const std::string folder = target.substr(0, target.rfind('/') + 1);
+  fs::create_directories(folder, error);
+  // Said of a file that has the folder's name.
+  if (error == std::errc::file_exists) return std::make_error_code(std::errc::not_a_directory);
+  if (error) return error;
+  const std::string temporary = writeBeside(target, bytes);
+  if (temporary.empty()) return lastError();
+  const bool oldIsUnreadable = kind != PropertyList::Kind::None && fs::exists(target, error) &&
+                               !listWithContentsOfFile(target, kind);
+  error = takePlace(temporary, target, oldIsUnreadable);
+  if (error) {
+    unlink(temporary.c_str());
+    return error;
+  }
+  flushFolder(folder);
+  return {};
+}
+
 Date dateOf(const struct statx_timestamp& time) {
   constexpr double secondsBeforeReferenceDate = 978307200;
   constexpr double nanosecond = 1e-9;
@@ -246,39 +268,28 @@ std::optional<PropertyList> DesktopFileSystem::arrayWithContentsOfFile(
 }
 
 bool DesktopFileSystem::writeToFile(const PropertyList& list, const std::string& path) {
-  if (!(list.isDictionary() || list.isArray()) || !path.starts_with('/')) return false;
+  if (!(list.isDictionary() || list.isArray())) return false;
+  return replaceFile(path, xmlPropertyList(list), list.kind());
+}
+
+bool DesktopFileSystem::writeDataToFile(const PropertyList::Data& data, const std::string& path) {
+  const std::string_view bytes(reinterpret_cast<const char*>(data.data()), data.size());
+  return replaceFile(path, bytes, PropertyList::Kind::None);
+}
+
+bool DesktopFileSystem::replaceFile(const std::string& path, std::string_view bytes,
+                                    PropertyList::Kind kind) {
+  if (!path.starts_with('/')) return false;
   std::error_code error;
   const std::string target =
       fs::is_symlink(path, error) ? fs::weakly_canonical(path, error).string() : path;
-  error = replaceFile(list, target);
+  error = replaceTarget(target, bytes, kind);
   if (error) {
     writeFailures_.note(target, error);
   } else {
     writeFailures_.end(target);
   }
   return !error;
-}
-
-std::error_code DesktopFileSystem::replaceFile(const PropertyList& list,
-                                               const std::string& target) const {
-  std::error_code error;
-  if (fs::is_directory(target, error)) return std::make_error_code(std::errc::is_a_directory);
-  const std::string folder = target.substr(0, target.rfind('/') + 1);
-  fs::create_directories(folder, error);
-  // Said of a file that has the folder's name.
-  if (error == std::errc::file_exists) return std::make_error_code(std::errc::not_a_directory);
-  if (error) return error;
-  const std::string temporary = writeBeside(target, xmlPropertyList(list));
-  if (temporary.empty()) return lastError();
-  const bool oldIsUnreadable =
-      fs::exists(target, error) && !listWithContentsOfFile(target, list.kind());
-  error = takePlace(temporary, target, oldIsUnreadable);
-  if (error) {
-    unlink(temporary.c_str());
-    return error;
-  }
-  flushFolder(folder);
-  return {};
 }
 
 }  // namespace qb

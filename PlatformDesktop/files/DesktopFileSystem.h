@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string_view>
 #include <system_error>
 
 #include "Platform/FileSystem.h"
@@ -32,9 +33,12 @@ class DesktopFileSystem : public FileSystem {
   std::optional<PropertyList> arrayWithContentsOfFile(const std::string& path) const override;
   /// A link stays: the file that it leads to is replaced.
   bool writeToFile(const PropertyList& list, const std::string& path) override;
+  /// The same.
+  bool writeDataToFile(const PropertyList::Data& data, const std::string& path) override;
 
  private:
-  std::error_code replaceFile(const PropertyList& list, const std::string& target) const;
+  /// `kind` is that of the list in the file; none: any file will do.
+  bool replaceFile(const std::string& path, std::string_view bytes, PropertyList::Kind kind);
 
   WriteFailures writeFailures_;
 };

@@ -56,6 +56,22 @@ TEST_F(FileSystemContract, WritingReplacesAndLeavesNothingElseBehind) {
   EXPECT_THAT(desktop_->filesIn(desktop_->folder()), ElementsAre("a.plist"));
 }
 
+TEST_F(FileSystemContract, AnyBytesCanBeWritten) {
+  const std::string bytes("\0\xff{\n", 4);
+  const PropertyList::Data data(bytes.begin(), bytes.end());
+  ASSERT_TRUE(files().writeDataToFile(data, path("new/a.rtf")));
+  EXPECT_TRUE(desktop_->rawFileHas(path("new/a.rtf"), bytes));
+  ASSERT_TRUE(files().writeDataToFile({'b'}, path("new/a.rtf")));
+  EXPECT_TRUE(desktop_->rawFileHas(path("new/a.rtf"), "b"));
+  EXPECT_THAT(desktop_->filesIn(path("new")), ElementsAre("a.rtf")) << "nothing is kept aside";
+  EXPECT_FALSE(files().writeDataToFile(data, path("new")));
+  EXPECT_FALSE(files().writeDataToFile(data, path("new/a.rtf/b")));
+  desktop_->setDiskIsFull(true);
+  EXPECT_FALSE(files().writeDataToFile(data, path("new/a.rtf")));
+  desktop_->setDiskIsFull(false);
+  EXPECT_TRUE(desktop_->rawFileHas(path("new/a.rtf"), "b"));
+}
+
 TEST_F(FileSystemContract, AnArrayIsWrittenAndReadLikeADictionary) {
   const PropertyList names = PropertyList::Array{"a.txt", "b & c.zip"};
   ASSERT_TRUE(files().writeToFile(names, path("names.plist")));

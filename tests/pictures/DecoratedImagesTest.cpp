@@ -2,6 +2,7 @@
 
 #include "Quillbox/managers/DecorationManager.h"
 #include "Quillbox/managers/ImageManager.h"
+#include "PlatformSimulated/SimulatedFileSystem.h"
 #include "Studio.h"
 
 namespace qb::pictures {
@@ -25,7 +26,9 @@ class DecoratedImages : public ::testing::Test {
   }
 
   Studio studio;
-  ImageManager manager{studio.graphics()};
+  SimulatedRunLoopHost clock;
+  SimulatedFileSystem files{clock};
+  ImageManager manager{studio.graphics(), files};
 };
 
 TEST_F(DecoratedImages, ABadgeStandsInTheLowerRightQuarter) {

@@ -56,7 +56,7 @@ Quillbox::Quillbox(AppDelegate& appDelegate, Platform& platform)
   dockManager_ = std::make_unique<DockManager>(platform.displays());
   applicationManager_ =
       std::make_unique<ApplicationManager>(platform.processes(), platform.workspace());
-  imageManager_ = std::make_unique<ImageManager>(platform.graphics());
+  imageManager_ = std::make_unique<ImageManager>(platform.graphics(), platform.fileSystem());
   dropboxManager_ = std::make_unique<DropboxManager>(*this);
   decorationManager_ =
       std::make_unique<DecorationManager>(platform.fileSystem(), platform.graphics());

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Platform/FileSystem.h"
 #include "Platform/Graphics.h"
 
 namespace qb {
@@ -76,6 +77,11 @@ void ImageManager::scaleImage(Image& image, Size toMaximimumSize, bool /*upScali
 
 void ImageManager::setIconShadow(Canvas& canvas) {
   canvas.setShadow({Color::black().withAlpha(0.33), {0, 4}, 3});
+}
+
+bool ImageManager::saveImageToDiskWithPath(const Image& image, const std::string& path) {
+  const auto png = graphics_.pngDataOfImage(image);
+  return png && fileSystem_.writeDataToFile(*png, path);
 }
 
 }  // namespace qb

@@ -10,6 +10,7 @@
 namespace qb {
 
 class Canvas;
+class FileSystem;
 class Graphics;
 
 /// Where items get their pictures. All images are values: whatever makes one from another leaves
@@ -18,7 +19,9 @@ class ImageManager {
  public:
   using UpdateBlock = std::function<void(const Image&)>;
 
-  explicit ImageManager(Graphics& graphics) : graphics_(graphics) {}
+  /// Both must outlive it.
+  ImageManager(Graphics& graphics, FileSystem& fileSystem)
+      : graphics_(graphics), fileSystem_(fileSystem) {}
 
   /// Answers at once; a better image, if there is one, comes through the block later. The block may
   /// be empty.
@@ -41,9 +44,12 @@ class ImageManager {
   static void scaleImage(Image& image, Size toMaximimumSize, bool upScalingAllowed);
   /// The shadow that pictures of things cast within an icon: soft, and straight down.
   static void setIconShadow(Canvas& canvas);
+  /// As a PNG file. False for an empty image, and when it cannot be written.
+  bool saveImageToDiskWithPath(const Image& image, const std::string& path);
 
  private:
   Graphics& graphics_;
+  FileSystem& fileSystem_;
 };
 
 }  // namespace qb

@@ -17,7 +17,7 @@ const Color red = Color::colorWithCalibratedRed(1, 0.5, 0.5, 0.33);
 class ImageManagerTest : public testing::Test {
  protected:
   SimulatedPlatform platform;
-  ImageManager manager{platform.graphics()};
+  ImageManager manager{platform.graphics(), platform.fileSystem()};
   const Image base = imageOfSize(50, 60);
 };
 
