@@ -1,9 +1,11 @@
 #include "Quillbox/Item/ClipItem.h"
 
+#include "Platform/FileSystem.h"
 #include "Quillbox/activation/Quillbox.h"
 #include "Quillbox/managers/AppleScript.h"
 #include "Quillbox/managers/ClipboardManager.h"
 #include "Quillbox/managers/Cubby.h"
+#include "Quillbox/managers/ImageManager.h"
 #include "Quillbox/providers/ClipboardHistoryProvider.h"
 #include "Quillbox/rows/TabRow.h"
 #include "QuillboxCommon/views/ImageView.h"
@@ -18,7 +20,7 @@ constexpr const char* unknownImage = "UnknownClipboardItem";
 constexpr TimeInterval popUpDelay = 0.1;
 constexpr Size largestPopUp{768, 512};
 constexpr std::size_t lengthOfPopUp = 4000;
-constexpr TimeInterval copiedNoticeDuration = 0.66;
+constexpr TimeInterval copiedNoticeDuration = 0.66, failedNoticeDuration = 2.0;
 /// The program below the panel has the keyboard by then.
 constexpr TimeInterval timeToDismiss = 0.1;
 /// The new document is there by then.
@@ -35,8 +37,9 @@ void dismissPanelAndWait() {
   loop.runUntilDate(loop.now() + timeToDismiss);
 }
 
-Image wholeImage(const Cubby& cubby) {
-  return cubby.popUpViewImageWithMaximumSize(unlimitedSize, 0, Color::white());
+Image wholeImage(const Cubby* cubby) {
+  if (cubby == nullptr) return {};
+  return cubby->popUpViewImageWithMaximumSize(unlimitedSize, 0, Color::white());
 }
 
 }  // namespace
@@ -147,7 +150,7 @@ void ClipItem::shareSelected(MenuItem& /*menuItem*/) {
       quillbox->shareTextViaEmail(*text);
     }
   } else if (clipType_ == ClipTypeImage) {
-    quillbox->shareImageViaEmail(wholeImage(*cubby));
+    quillbox->shareImageViaEmail(wholeImage(cubby.get()));
   }
 }
 
@@ -185,6 +188,28 @@ void ClipItem::previewSelected(MenuItem& /*menuItem*/) {
   script.execute();
   clipboardManager().permitClipboardHistoryCapture();
   clipboardManager().restoreClipboardContents();
+}
+
+void ClipItem::saveToDesktopSelected(MenuItem& /*menuItem*/) {
+  const bool isImage = clipType_ == ClipTypeImage;
+  const std::string path = isImage ? quillbox->desktopPathWithName("Image Clipping", "png")
+                                   : quillbox->desktopPathWithName("Text Clipping", "rtf");
+  if (saveToDiskAtPath(path)) return;
+  quillbox->displayQuillboxNotification("Unable to save Clipping to Desktop", failedNoticeDuration);
+}
+
+bool ClipItem::saveToDiskAtPath(const std::string& path) const {
+  const auto cubby = cubbyOfContents();
+  if (!cubby) return false;
+  if (clipType_ == ClipTypeText) {
+    return quillbox->platform().fileSystem().writeDataToFile(cubby->data(), path);
+  }
+  const Image image = wholeImage(cubby.get());
+  if (!image) return false;
+  quillbox->beginUserInteraction();
+  const bool isSaved = quillbox->imageManager().saveImageToDiskWithPath(image, path);
+  quillbox->endUserInteraction();
+  return isSaved;
 }
 
 void ClipItem::removeSelected(MenuItem& /*menuItem*/) {
@@ -229,6 +254,9 @@ Item::MenuItems ClipItem::configureMenuItems() {
   if (clipType_ == ClipTypeImage) {
     add("Show in Preview...", "previewSelected", &ClipItem::previewSelected);
   }
+  items.push_back(MenuItem::separatorItem());
+  add("Save to Desktop...", "saveToDesktopSelected", &ClipItem::saveToDesktopSelected,
+      isTextOrImage());
   items.push_back(MenuItem::separatorItem());
   add("Remove from History...", "removeSelected", &ClipItem::removeSelected);
   return items;

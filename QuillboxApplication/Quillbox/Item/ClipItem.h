@@ -62,6 +62,9 @@ class ClipItem : public Item {
   /// Pastes it into a new document of the text editor.
   void documentSelected(MenuItem& menuItem);
   void previewSelected(MenuItem& menuItem);
+  /// An image as PNG. Intended: a text goes byte for byte into a file that is named as rich text,
+  /// whatever it is.
+  void saveToDesktopSelected(MenuItem& menuItem);
   void removeSelected(MenuItem& menuItem);
 
  protected:
@@ -75,6 +78,8 @@ class ClipItem : public Item {
   bool isTextOrImage() const { return clipType_ == ClipTypeText || clipType_ == ClipTypeImage; }
   void copy();
   void paste();
+  /// False when there is nothing to save, or it cannot be written.
+  bool saveToDiskAtPath(const std::string& path) const;
 
   ClipType clipType_ = ClipTypeUnknown;
   std::string clipFilePath_;

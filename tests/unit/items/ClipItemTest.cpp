@@ -135,15 +135,16 @@ TEST_F(ClipItemTest, PastingHasThePanelGoFirst) {
 // Its menu.
 
 TEST_F(ClipItemTest, ItsMenu) {
-  EXPECT_THAT(titlesOf(textItem()->configureMenuItems()),
-              ElementsAre("Paste into Current App", "-", "Share via Email...",
-                          "Add to New Document...", "-", "Remove from History..."));
+  EXPECT_THAT(
+      titlesOf(textItem()->configureMenuItems()),
+      ElementsAre("Paste into Current App", "-", "Share via Email...", "Add to New Document...",
+                  "-", "Save to Desktop...", "-", "Remove from History..."));
   files().removeItemAtPath(path("a.textclip"));
   const auto image = imageItem();
   EXPECT_THAT(
       titlesOf(image->configureMenuItems()),
       ElementsAre("Paste into Current App", "-", "Share via Email...", "Add to New Document...",
-                  "Show in Preview...", "-", "Remove from History..."));
+                  "Show in Preview...", "-", "Save to Desktop...", "-", "Remove from History..."));
   chooseForRow("Paste Clipping");
   EXPECT_EQ(image->configureMenuItems().front()->title(), "Copy to System Clipboard");
 }
@@ -196,6 +197,38 @@ TEST_F(ClipItemTest, AnImageIsShownByTheViewersOwnCommand) {
   const std::size_t before = names().size();
   platform.runFor(3);
   EXPECT_EQ(names().size(), before);
+}
+
+TEST_F(ClipItemTest, SavingWritesTheBytesOfATextUnderFreeNames) {
+  files().makeFolder("/home/user/Desktop");
+  const auto item = textItem("plain");
+  choose(*item, "Save to Desktop...");
+  choose(*item, "Save to Desktop...");
+  EXPECT_EQ(files().raw("/home/user/Desktop/Text Clipping.rtf"), "plain");
+  EXPECT_EQ(files().raw("/home/user/Desktop/Text Clipping 2.rtf"), "plain");
+}
+
+TEST_F(ClipItemTest, SavingWritesAnImageAsPng) {
+  files().makeFolder("/home/user/Desktop");
+  choose(*imageItem(), "Save to Desktop...");
+  EXPECT_EQ(files().raw("/home/user/Desktop/Image Clipping.png"), "image Shot");
+}
+
+TEST_F(ClipItemTest, WhatCannotBeSavedIsToldOf) {
+  files().makeFolder("/home/user/Desktop");
+  const auto expectNotice = [this] {
+    platform.runFor(0.5);
+    EXPECT_EQ(notice(), "Unable to save Clipping to Desktop");
+    platform.runFor(4);
+  };
+  const auto item = textItem();
+  files().setWritesFail(true);
+  choose(*item, "Save to Desktop...");
+  expectNotice();
+  files().setWritesFail(false);
+  choose(*lostItem(), "Save to Desktop...");
+  expectNotice();
+  EXPECT_THAT(files().contentsOfDirectoryAtPath("/home/user/Desktop"), IsEmpty());
 }
 
 TEST_F(ClipItemTest, RemovingGoesByTheRow) {
