@@ -5,7 +5,6 @@ import unittest
 import zlib
 
 from harness import TOOLS
-from harness.case import SHORT
 from harness.clipboard import Clipboard
 from test_folder_rows import BLUE, RED, FolderRowTestCase
 from test_row_menus import RIGHT
@@ -15,7 +14,6 @@ from test_rows import BESIDE_ROWS
 CLIPBOARD_HISTORY = 4
 # Of the menu of a clipping, the same.
 PASTE = 1
-LOOK_SECONDS = 0.5
 
 
 def picture(colour, edge=112):
@@ -45,20 +43,6 @@ class ClipboardRows(FolderRowTestCase):
         self.panel = self.panel.with_count(max(count, len(self.probe.clients())))
         self.probe.move(BESIDE_ROWS)
         self.wait_still(self.panel.row_area(1, 2))
-
-    def open_again(self):
-        """The program has to see the pointer away from the corner first, and looks now and then."""
-        self.panel.remember_hidden()
-
-        def shows():
-            self.probe.move((640, 300))
-            if self.panel.wait_shown(LOOK_SECONDS):
-                return True
-            self.probe.move((0, 0))
-            return self.panel.wait_shown(SHORT)
-
-        self.wait(shows, "the panel does not show")
-        self.assert_panel_has_keyboard()
 
     def assert_shows(self, *colours):
         for index, colour in enumerate(colours):

@@ -136,8 +136,7 @@ class RecentApplications(MenuTestCase):
         )
         self.beta.process.end()
         self.assertTrue(self.probe.wait_clients(2))
-        self.probe.move((640, 300))
-        self.probe.move((0, 0))
+        self.open_again()
         self.assert_row_shows(1, 2, self.beta, self.gamma, self.alpha)
 
 

@@ -4,10 +4,12 @@ import time
 import unittest
 
 from harness import DEADLINE
-from harness.case import DesktopTestCase
+from harness.case import SHORT, DesktopTestCase
 
 # A hand that moves between two looks of the program at the pointer, which come every 0.05 s.
 MOVE_SECONDS = 0.06
+# Two looks of the program at the corners, which come every 0.25 s.
+LOOK_SECONDS = 0.5
 # Longer than anything fades or glides from one look to the next, on a busy machine too.
 STILL_SECONDS = 1
 BESIDE_ROWS = (640, 700)
@@ -33,6 +35,20 @@ class RowTestCase(DesktopTestCase):
         self.panel.remember_hidden()
         self.probe.move((0, 0))
         self.assert_panel_shows()
+        self.assert_panel_has_keyboard()
+
+    def open_again(self):
+        """The program has to see the pointer away from the corner first, and looks now and then."""
+        self.panel.remember_hidden()
+
+        def shows():
+            self.probe.move((640, 300))
+            if self.panel.wait_shown(LOOK_SECONDS):
+                return True
+            self.probe.move((0, 0))
+            return self.panel.wait_shown(SHORT)
+
+        self.wait(shows, "the panel does not show")
         self.assert_panel_has_keyboard()
 
     def menus(self):
