@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
+#include "PlatformSimulated/SimulatedFileSystem.h"
 #include "Quillbox/managers/DecorationManager.h"
 #include "Quillbox/managers/ImageManager.h"
-#include "PlatformSimulated/SimulatedFileSystem.h"
 #include "Studio.h"
 
 namespace qb::pictures {
