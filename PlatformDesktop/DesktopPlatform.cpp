@@ -131,6 +131,9 @@ void DesktopPlatform::setInput(std::unique_ptr<DesktopInput> input) {
   dialogs_.setObserver([this] {
     // Whoever has run it may be handling a press.
     input_->settlePress();
+    // The key that has closed it is also seen on its way there, but by another thread: it must not
+    // be heard of when the panel has the keys again.
+    if (!dialogs_.isUp()) input_->catchUp();
     noteKeyWindow();
   });
   windowServer_.pointerInput().setTap(

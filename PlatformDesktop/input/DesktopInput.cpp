@@ -40,6 +40,14 @@ void DesktopInput::drain() {
   }
 }
 
+void DesktopInput::catchUp() {
+  thread_.ask([](InputWorker& worker) {
+    worker.catchUpWithServer();
+    return true;
+  });
+  drain();
+}
+
 void DesktopInput::takeEvents() {
   std::vector<InputEvent> events;
   if (queue_.take(events)) keyboard_.keysChanged().signal();

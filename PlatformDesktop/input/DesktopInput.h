@@ -52,6 +52,9 @@ class DesktopInput {
   /// Hands on what the input thread has reported. To be called after each wake-up, and when the
   /// mode of the run loop has changed: events that the tap is not served for wait, in order.
   void drain();
+  /// The same with all that the server knows of by now: what the user did before this call has been
+  /// handed on after it. Waits for the input thread, some 0.1 milliseconds.
+  void catchUp();
   /// Whoever handles a press now runs a dialog meanwhile: the keyboard is not to wait for its end.
   void settlePress();
   /// The server's time of the user's last key or button event; 0 before the first.

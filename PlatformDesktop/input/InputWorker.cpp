@@ -118,6 +118,13 @@ void InputWorker::beginInjection() {
 }
 
 void InputWorker::endInjection() {
+  catchUpWithServer();
+  isInjecting_ = false;
+  verifyPhysicalKeys();
+  applyHold();
+}
+
+void InputWorker::catchUpWithServer() {
   // A grab that has caught one of the keys holds back those behind it until that one is passed on.
   bool handled = true;
   while (handled) {
@@ -125,9 +132,6 @@ void InputWorker::endInjection() {
     handled = false;
     while (handleNextEvent()) handled = true;
   }
-  isInjecting_ = false;
-  verifyPhysicalKeys();
-  applyHold();
 }
 
 void InputWorker::waitForServer() const {

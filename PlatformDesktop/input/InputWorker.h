@@ -36,6 +36,8 @@ class InputWorker {
   void beginInjection();
   /// All of those have been sent: takes them in and goes on as before.
   void endInjection();
+  /// Handles all that the server has sent by now, and what that brings about.
+  void catchUpWithServer();
   /// Lets go of everything.
   void finish();
 
