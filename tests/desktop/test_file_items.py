@@ -2,7 +2,7 @@
 
 import unittest
 
-from test_folder_rows import FolderRowTestCase
+from test_folder_rows import QUESTION, FolderRowTestCase
 from test_items import RED_TINT, ItemTestCase
 from test_row_menus import RIGHT
 
@@ -49,7 +49,7 @@ class FileItems(FolderRowTestCase, ItemTestCase):
         self.show_documents()
         self.open_menu()
         self.choose(ups=MOVE_TO_TRASH)
-        self.wait_for_dialog("Move Item to Trash")
+        self.wait_for_dialog(QUESTION)
         # To the button that is not the safe one.
         self.probe.tap("Tab")
         self.probe.tap("space")
@@ -59,6 +59,19 @@ class FileItems(FolderRowTestCase, ItemTestCase):
         gone = self.desktop.wait_until(lambda: self.probe.pixel(self.icon) != BLUE)
         self.assertTrue(gone, "the letter still shows")
         self.assertTrue(self.panel_window_is_up(), "the panel has gone with the question")
+
+    def test_the_key_that_refuses_is_not_the_panels_too_however_late_it_is_seen(self):
+        self.show_documents()
+        self.open_menu()
+        self.choose(ups=MOVE_TO_TRASH)
+        self.wait_for_dialog(QUESTION)
+        with self.program.standing_threads():
+            self.answer_dialog(QUESTION)
+        self.assert_panel_has_keyboard()
+        # As the panel's it would have opened the letter and closed the panel.
+        self.probe.click(self.icon, RIGHT)
+        self.wait_menu()
+        self.assertTrue(self.letter.exists())
 
 
 if __name__ == "__main__":

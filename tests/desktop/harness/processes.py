@@ -1,12 +1,25 @@
 """Child processes that end with the test, and their output, line by line."""
 
 import contextlib
+import ctypes
 import os
+import pathlib
 import signal
 import subprocess
 import threading
 
 from . import DEADLINE
+
+# Requests of ptrace and a flag of waitpid, which Python does not know.
+SEIZE, INTERRUPT, DETACH = 0x4206, 0x4207, 17
+WAIT_FOR_THREADS = 0x40000000
+
+
+def trace(request, thread):
+    ptrace = ctypes.CDLL(None, use_errno=True).ptrace
+    ptrace.argtypes = (ctypes.c_long, ctypes.c_int, ctypes.c_void_p, ctypes.c_void_p)
+    if ptrace(request, thread, None, None) < 0:
+        raise OSError(ctypes.get_errno(), "ptrace")
 
 
 class Process:
@@ -84,6 +97,24 @@ class Process:
             return None
         self._reader.join(timeout)
         return status
+
+    @contextlib.contextmanager
+    def standing_threads(self):
+        """Its own threads but the main one stand still meanwhile, as on a machine that has much to
+        do. Those of libraries have names of their own."""
+        stopped = []
+        try:
+            for task in pathlib.Path(f"/proc/{self.pid}/task").iterdir():
+                name = (task / "comm").read_text().strip()
+                if task.name != str(self.pid) and name == pathlib.Path(self.command[0]).name:
+                    trace(SEIZE, int(task.name))
+                    stopped.append(int(task.name))
+                    trace(INTERRUPT, stopped[-1])
+                    os.waitpid(stopped[-1], WAIT_FOR_THREADS)
+            yield
+        finally:
+            for thread in stopped:
+                trace(DETACH, thread)
 
     def terminate(self):
         """Asks it to end."""
